@@ -1,0 +1,49 @@
+#include "platform/Boxes.h"
+
+#include "platform/VersionInfo.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QInputDialog>
+
+namespace fenrik {
+
+namespace {
+
+QString TitleOrDefault(const QString& title)
+{
+    return title.isEmpty() ? VersionInfo::Title() : title;
+}
+
+}  // namespace
+
+Boxes::Button Boxes::MsgBox(const QString& text, QMessageBox::Icon icon, Buttons buttons, const QString& title)
+{
+    QMessageBox box(icon, TitleOrDefault(title), text, buttons, QApplication::activeWindow());
+    box.setObjectName(QStringLiteral("MsgBox"));
+    // The texts name files and ports between "<" and ">"; none of them is markup.
+    box.setTextFormat(Qt::PlainText);
+    box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    return Button(box.exec());
+}
+
+QString Boxes::InputBox(const QString& prompt, const QString& title, const QString& defaultText)
+{
+    QInputDialog box(QApplication::activeWindow());
+    box.setObjectName(QStringLiteral("InputBox"));
+    box.setWindowTitle(TitleOrDefault(title));
+    box.setLabelText(prompt);
+    box.setTextValue(defaultText);
+    return box.exec() == QDialog::Accepted ? box.textValue() : QString();
+}
+
+QString Boxes::OpenFileBox(const QString& title, const QString& filter, const QString& folder)
+{
+    QFileDialog box(QApplication::activeWindow(), title, folder, filter);
+    box.setObjectName(QStringLiteral("FileBox"));
+    box.setOption(QFileDialog::DontUseNativeDialog);
+    box.setFileMode(QFileDialog::ExistingFile);
+    return box.exec() == QDialog::Accepted ? box.selectedFiles().value(0) : QString();
+}
+
+}  // namespace fenrik

@@ -1,0 +1,77 @@
+#pragma once
+
+#include <QString>
+#include <QVariant>
+
+#include <memory>
+
+struct sqlite3;
+
+namespace fenrik {
+
+class Recordset;
+
+/// One open database file. A thin class over SQLite with the operation names of the engine that the files come
+/// from. Rows of a table are in insertion order, nulls stay nulls, table and column names are not case sensitive.
+///
+/// Every operation throws Error; its number says what is wrong: kDatabaseNotFound, kDatabaseBroken,
+/// kPermissionDenied, kTableNotFound, kItemNotFound, kDatabaseReadOnly, kDatabaseStatement, or kPathFileAccess for
+/// an engine's failure to read or write (its text names the reason, as a full disk).
+class Database {
+public:
+    /// Opens `path`. The file must exist: nothing is created. `exclusive` keeps other programs out while open.
+    /// The header and the schema are read at once, so that a foreign or truncated file fails here.
+    [[nodiscard]] static std::unique_ptr<Database> OpenDatabase(const QString& path, bool exclusive, bool readOnly);
+
+    /// Makes an empty database at `path`, which must not exist yet, and opens it for writing.
+    [[nodiscard]] static std::unique_ptr<Database> CreateDatabase(const QString& path);
+
+    ~Database();
+    Database(const Database&) = delete;
+    Database& operator=(const Database&) = delete;
+
+    /// Rows of a table (when `source` is a table's name) or of a query. The recordset keeps the engine's connection
+    /// alive; only a recordset on a table can add rows.
+    [[nodiscard]] std::unique_ptr<Recordset> OpenRecordset(const QString& source);
+
+    /// Runs a statement that gives no rows (DROP, CREATE, DELETE).
+    void Execute(const QString& statement);
+
+    /// The name of the table as the file spells it. Throws kItemNotFound if there is no table or query of that name.
+    [[nodiscard]] QString TableDefs(const QString& name) const;
+
+    /// "AccessVersion": the file's own version number; "Build": the engine's version. Others throw kItemNotFound.
+    [[nodiscard]] QString Properties(const QString& name) const;
+
+    /// Brackets several writes: all of them happen or none. An unfinished transaction is rolled back by Close.
+    void BeginTrans();
+    void CommitTrans();
+    void Rollback();
+
+    void Close();
+    [[nodiscard]] QString Name() const { return mPath; }
+    [[nodiscard]] bool ReadOnly() const { return mReadOnly; }
+
+private:
+    Database(const QString& path, bool readOnly) : mPath(path), mReadOnly(readOnly) {}
+    void CheckReadable();
+
+    QString mPath;
+    bool mReadOnly;
+    std::shared_ptr<sqlite3> mConnection;
+};
+
+/// Puts a table or column name from outside between the engine's quotes. Names never reach SQL any other way.
+[[nodiscard]] QString QuotedName(const QString& name);
+
+/// True if a recordset can be opened on `name`.
+[[nodiscard]] bool TableExists(Database& database, const QString& name);
+
+/// True if `name` is among the table definitions.
+[[nodiscard]] bool TableDefExists(const Database& database, const QString& name);
+
+/// Drops the table if it is there, makes it anew with the columns PropertyName and PropertyValue, and gives a
+/// recordset on it.
+[[nodiscard]] std::unique_ptr<Recordset> RecreateTable(Database& database, const QString& name);
+
+}  // namespace fenrik
