@@ -21,8 +21,8 @@ struct CMessage {
     std::int32_t data = 0;      ///< the low 16 bits travel
     std::int32_t CheckSum = 0;
     RawForm rawForm = RawForm::None;
-    Frame::Bytes rawBytes{};  ///< the frame as it was on the wire; meaningless while rawForm is None
-    Moment time;              ///< of sending or receipt
+    Frame::Bytes rawBytes{};        ///< the frame as it was on the wire; meaningless while rawForm is None
+    Moment time;                    ///< of sending or receipt
     std::int32_t ReplyCommand = 0;  ///< number of the reply that the sender waits for; 0 = none
     bool EchoSend = false;          ///< show this message in the list when it is sent
     bool EchoReply = false;         ///< show the reply to this message in the list

@@ -13,8 +13,7 @@ public:
 
     /// `where` names the place, as "MMain:Main". Runs a modal dialog, so timers and ports go on meanwhile.
     /// Never throws.
-    virtual void ShowError(int number, const QString& description, const QString& where,
-                           const QString& extra = {}) = 0;
+    virtual void ShowError(int number, const QString& description, const QString& where, const QString& extra = {}) = 0;
 };
 
 /// Runs `body`; an Error, or any other exception, goes to `reporter` with the text `where`, and the procedure is

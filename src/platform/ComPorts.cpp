@@ -1,0 +1,120 @@
+#include "platform/ComPorts.h"
+
+#include <QCollator>
+#include <QDir>
+#include <QFileInfo>
+#include <QSerialPortInfo>
+
+#include <algorithm>
+#include <map>
+
+namespace fenrik {
+
+namespace {
+
+constexpr int kTransceiverVendor = 0x0403;
+constexpr int kTransceiverProduct = 0x6001;
+
+/// The numbers that the system's devices get before any link is looked at.
+std::map<int, SerialDevice> Numbered(QList<SerialDevice> devices)
+{
+    QCollator order(QLocale::c());
+    order.setNumericMode(true);
+    std::sort(devices.begin(), devices.end(), [&order](const SerialDevice& left, const SerialDevice& right) {
+        return order.compare(left.path, right.path) < 0;
+    });
+
+    std::map<int, SerialDevice> numbered;
+    const auto place = [&numbered](const SerialDevice& device, int first) {
+        int number = first;
+        while (numbered.contains(number))
+            ++number;
+        numbered.emplace(number, device);
+    };
+    for (const SerialDevice& device : devices) {
+        if (device.vendor == 0)
+            place(device, ComPorts::kFirst);
+    }
+    for (const SerialDevice& device : devices) {
+        if (device.vendor != 0)
+            place(device, ComPorts::kFirstUsb);
+    }
+    return numbered;
+}
+
+}  // namespace
+
+ComPorts::ComPorts(const QString& linkFolder, DeviceList devices)
+    : mLinkFolder(linkFolder), mDevices(std::move(devices))
+{
+}
+
+QList<SerialDevice> ComPorts::SystemDevices()
+{
+    QList<SerialDevice> devices;
+    const auto ports = QSerialPortInfo::availablePorts();
+    for (const QSerialPortInfo& port : ports)
+        devices.append({port.systemLocation(), port.description(), port.vendorIdentifier(), port.productIdentifier()});
+    return devices;
+}
+
+QString ComPorts::LinkTarget(int number) const
+{
+    const QFileInfo link(QStringLiteral("%1/com%2").arg(mLinkFolder).arg(number));
+    return link.isSymLink() ? link.symLinkTarget() : QString();
+}
+
+std::optional<SerialDevice> ComPorts::Device(int number) const
+{
+    if (number < kFirst)
+        return std::nullopt;
+    const QList<SerialDevice> devices = mDevices();
+    if (const QString target = LinkTarget(number); !target.isEmpty()) {
+        // A link whose device is unplugged still owns its number.
+        if (!QFileInfo::exists(target))
+            return std::nullopt;
+        const QString real = QFileInfo(target).canonicalFilePath();
+        for (const SerialDevice& device : devices) {
+            if (device.path == real)
+                return device;
+        }
+        return SerialDevice{real, QString(), 0, 0};
+    }
+    const auto numbered = Numbered(devices);
+    const auto found = numbered.find(number);
+    return found == numbered.end() ? std::nullopt : std::optional(found->second);
+}
+
+std::optional<QString> ComPorts::DevicePath(int number) const
+{
+    const auto device = Device(number);
+    return device ? std::optional(device->path) : std::nullopt;
+}
+
+QString ComPorts::Description(int number) const
+{
+    const auto device = Device(number);
+    if (!device)
+        return {};
+    return device->description.isEmpty() ? device->path
+                                         : QStringLiteral("%1, %2").arg(device->path, device->description);
+}
+
+int ComPorts::FindUsbTransceiver() const
+{
+    const QList<SerialDevice> devices = mDevices();
+    const auto isTransceiver = [](const SerialDevice& device) {
+        return device.vendor == kTransceiverVendor && device.product == kTransceiverProduct;
+    };
+    // Most machines have none, and the program's start waits for the answer.
+    if (std::none_of(devices.cbegin(), devices.cend(), isTransceiver))
+        return 0;
+    for (int number = kFirst; number <= kLast; ++number) {
+        const auto device = Device(number);
+        if (device && isTransceiver(*device))
+            return number;
+    }
+    return 0;
+}
+
+}  // namespace fenrik

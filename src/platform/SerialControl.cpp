@@ -1,0 +1,233 @@
+#include "platform/SerialControl.h"
+
+#include "platform/Error.h"
+
+#include <QStringList>
+
+#include <linux/serial.h>
+#include <sys/file.h>
+#include <sys/ioctl.h>
+
+namespace fenrik {
+
+namespace {
+
+constexpr int kFramingCheckMs = 500;
+constexpr qsizetype kInputLimit = 1 << 20;
+
+struct LineParameters {
+    qint32 baud = 0;
+    QSerialPort::Parity parity = QSerialPort::NoParity;
+    QSerialPort::DataBits dataBits = QSerialPort::Data8;
+    QSerialPort::StopBits stopBits = QSerialPort::OneStop;
+};
+
+std::optional<QSerialPort::Parity> ParityOf(const QString& letter)
+{
+    static const QHash<QString, QSerialPort::Parity> kParities{{QStringLiteral("n"), QSerialPort::NoParity},
+                                                               {QStringLiteral("e"), QSerialPort::EvenParity},
+                                                               {QStringLiteral("o"), QSerialPort::OddParity},
+                                                               {QStringLiteral("m"), QSerialPort::MarkParity},
+                                                               {QStringLiteral("s"), QSerialPort::SpaceParity}};
+    const auto found = kParities.constFind(letter.toLower());
+    return found == kParities.constEnd() ? std::nullopt : std::optional(*found);
+}
+
+std::optional<LineParameters> Parse(const QString& settings)
+{
+    const QStringList parts = settings.split(QLatin1Char(','));
+    if (parts.size() != 4)
+        return std::nullopt;
+    const qint32 baud = parts[0].toInt();
+    const auto parity = ParityOf(parts[1].trimmed());
+    const int dataBits = parts[2].toInt();
+    const QString stopBits = parts[3].trimmed();
+    const bool oneStop = stopBits == QLatin1String("1");
+    if (baud <= 0 || !parity || dataBits < 5 || dataBits > 8 || (!oneStop && stopBits != QLatin1String("2")))
+        return std::nullopt;
+    return LineParameters{baud, *parity, QSerialPort::DataBits(dataBits),
+                          oneStop ? QSerialPort::OneStop : QSerialPort::TwoStop};
+}
+
+}  // namespace
+
+SerialControl::SerialControl(const ComPorts& ports, QObject* parent, FramingErrorCount framingErrors)
+    : QObject(parent), mPorts(ports), mFramingErrorCount(std::move(framingErrors))
+{
+    mFramingTimer.setInterval(kFramingCheckMs);
+    connect(&mFramingTimer, &QTimer::timeout, this, &SerialControl::CheckFramingErrors);
+    connect(&mPort, &QSerialPort::readyRead, this, &SerialControl::TakeInput);
+    connect(&mPort, &QSerialPort::errorOccurred, this, &SerialControl::HandleError);
+}
+
+void SerialControl::setSettings(const QString& settings)
+{
+    mSettings = settings;
+    if (PortOpen())
+        ApplySettings();
+}
+
+void SerialControl::setPortOpen(bool open)
+{
+    if (!open)
+        Close();
+    else if (PortOpen())
+        throw Error(ErrorNumber::kPortAlreadyOpen, QStringLiteral("Port already open"));
+    else
+        Open();
+}
+
+void SerialControl::Open()
+{
+    const auto path = mPorts.DevicePath(mCommPort);
+    if (!path)
+        throw Error(ErrorNumber::kPortNotFound, QStringLiteral("Invalid port number"));
+    mPort.setPortName(*path);
+    if (!mPort.open(QIODevice::ReadWrite)) {
+        const auto error = mPort.error();
+        if (error == QSerialPort::DeviceNotFoundError)
+            throw Error(ErrorNumber::kPortNotFound, mPort.errorString());
+        if (error == QSerialPort::PermissionError)
+            throw Error(ErrorNumber::kPortAlreadyOpen, mPort.errorString());
+        throw Error(ErrorNumber::kSetCommState, mPort.errorString());
+    }
+    try {
+        LockExclusively();
+        ApplySettings();
+    } catch (...) {
+        mPort.close();
+        throw;
+    }
+    ClearInput();
+    const auto count = mFramingErrorCount(mPort.handle());
+    mCountsFramingErrors = count.has_value();
+    mFramingErrors = count.value_or(0);
+    if (mCountsFramingErrors)
+        mFramingTimer.start();
+}
+
+void SerialControl::Close()
+{
+    mFramingTimer.stop();
+    if (mPort.isOpen())
+        mPort.close();
+    ClearInput();
+}
+
+void SerialControl::LockExclusively()
+{
+    // The system's exclusive mode does not hold the administrator off, so a lock says the same to everybody.
+    if (::flock(mPort.handle(), LOCK_EX | LOCK_NB) != 0)
+        throw Error(ErrorNumber::kPortAlreadyOpen, QStringLiteral("Port already open"));
+}
+
+void SerialControl::ApplySettings()
+{
+    const auto line = Parse(mSettings);
+    if (!line || !mPort.setBaudRate(line->baud) || !mPort.setParity(line->parity) ||
+        !mPort.setDataBits(line->dataBits) || !mPort.setStopBits(line->stopBits) ||
+        !mPort.setFlowControl(QSerialPort::NoFlowControl))
+        throw Error(ErrorNumber::kSetCommState, QStringLiteral("Error setting comm state"));
+}
+
+void SerialControl::Output(const QByteArray& bytes)
+{
+    if (!PortOpen())
+        throw Error(ErrorNumber::kPortNotOpen, QStringLiteral("Operation valid only when the port is open"));
+    mPort.write(bytes);
+    // Not waiting for the next turn of the event loop: the frame is on the line when this returns.
+    mPort.flush();
+}
+
+QByteArray SerialControl::Input()
+{
+    const qsizetype count = mInputLen == 0 ? InBufferCount() : qMin<qsizetype>(mInputLen, InBufferCount());
+    QByteArray bytes = mInput.mid(mTaken, count);
+    mTaken += count;
+    return bytes;
+}
+
+std::uint8_t SerialControl::InputByte()
+{
+    return std::uint8_t(mInput.at(mTaken++));
+}
+
+void SerialControl::ClearInput()
+{
+    mInput.clear();
+    mTaken = 0;
+    mEventsDue = 0;
+}
+
+void SerialControl::setRTSEnable(bool on)
+{
+    // Not every device has the line; QSerialPort would make an error of it.
+    if (!PortOpen())
+        return;
+    const QSignalBlocker quiet(mPort);
+    mPort.setRequestToSend(on);
+    mPort.clearError();
+}
+
+void SerialControl::TakeInput()
+{
+    mInput.remove(0, mTaken);
+    mTaken = 0;
+    QByteArray bytes = mPort.readAll();
+    // Where nobody reads, the newest bytes are lost, as on a line whose buffer is full.
+    bytes.truncate(kInputLimit - qMin(mInput.size(), kInputLimit));
+    mInput.append(bytes);
+    mEventsDue += int(bytes.size());
+    if (mDispatchQueued)
+        return;
+    // QSerialPort stays silent until this slot has returned, so the handler runs from a call of its own.
+    mDispatchQueued = true;
+    QMetaObject::invokeMethod(this, &SerialControl::Dispatch, Qt::QueuedConnection);
+}
+
+void SerialControl::Dispatch()
+{
+    mDispatchQueued = false;
+    if (mCountsFramingErrors)
+        CheckFramingErrors();
+    while (mEventsDue > 0 && InBufferCount() > 0) {
+        --mEventsDue;
+        mCommEvent = kEvReceive;
+        Q_EMIT OnComm();
+    }
+    if (InBufferCount() == 0)
+        mEventsDue = 0;
+}
+
+void SerialControl::CheckFramingErrors()
+{
+    if (!PortOpen())
+        return;
+    const std::uint32_t count = mFramingErrorCount(mPort.handle()).value_or(mFramingErrors);
+    // Unsigned, so that a counter that wraps around still gives the difference.
+    std::uint32_t fresh = count - mFramingErrors;
+    mFramingErrors = count;
+    for (; fresh > 0; --fresh) {
+        mCommEvent = kFramingError;
+        Q_EMIT OnComm();
+    }
+}
+
+void SerialControl::HandleError(QSerialPort::SerialPortError error)
+{
+    if (error != QSerialPort::ResourceError || !PortOpen())
+        return;
+    const QString reason = mPort.errorString();
+    Close();
+    Q_EMIT PortLost(reason);
+}
+
+std::optional<std::uint32_t> SerialControl::DriverFramingErrors(int handle)
+{
+    serial_icounter_struct counters{};
+    if (::ioctl(handle, TIOCGICOUNT, &counters) != 0)
+        return std::nullopt;
+    return std::uint32_t(counters.frame);
+}
+
+}  // namespace fenrik

@@ -1,0 +1,103 @@
+#pragma once
+
+#include "platform/ComPorts.h"
+
+#include <QByteArray>
+#include <QObject>
+#include <QSerialPort>
+#include <QTimer>
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+
+namespace fenrik {
+
+/// The serial port under the operation names that the link uses.
+///
+/// OnComm is raised from the event loop, never from inside Output or Input, once for each received byte (a handler
+/// that takes all bytes at once gets no further events for them) and once for each framing error. Bytes that arrive
+/// while a handler waits in the event pump are delivered to that wait.
+///
+/// When the device goes away the port closes itself and PortLost tells it. A line that the device lacks (RTS on a
+/// pseudo-terminal) is no error.
+class SerialControl : public QObject {
+    Q_OBJECT
+
+public:
+    /// Codes of CommEvent.
+    static constexpr int kEvReceive = 2;
+    static constexpr int kFramingError = 1004;
+
+    /// The driver's count of framing errors on an open device's handle, or nothing if it keeps none.
+    using FramingErrorCount = std::function<std::optional<std::uint32_t>(int handle)>;
+
+    explicit SerialControl(const ComPorts& ports, QObject* parent = nullptr,
+                           FramingErrorCount framingErrors = DriverFramingErrors);
+
+    [[nodiscard]] int CommPort() const { return mCommPort; }
+    void setCommPort(int number) { mCommPort = number; }
+
+    /// Line parameters as "9600,n,8,1". Taken at once if the port is open. Throws Error kSetCommState.
+    [[nodiscard]] QString Settings() const { return mSettings; }
+    void setSettings(const QString& settings);
+
+    [[nodiscard]] bool PortOpen() const { return mPort.isOpen(); }
+
+    /// Opens or closes. Throws Error kPortNotFound, kPortAlreadyOpen (the device can't be had exclusively, or this
+    /// port is open already) or kSetCommState.
+    void setPortOpen(bool open);
+
+    /// Sends bytes without waiting for the line. Throws Error kPortNotOpen.
+    void Output(const QByteArray& bytes);
+
+    /// The oldest InputLen received bytes, or all with InputLen 0; fewer if fewer are there.
+    [[nodiscard]] QByteArray Input();
+
+    /// The oldest received byte, without the array. There must be one.
+    [[nodiscard]] std::uint8_t InputByte();
+
+    [[nodiscard]] int InBufferCount() const { return int(mInput.size() - mTaken); }
+    void ClearInput();
+
+    [[nodiscard]] int InputLen() const { return mInputLen; }
+    void setInputLen(int count) { mInputLen = count; }
+
+    void setRTSEnable(bool on);
+
+    /// What the present event is about: kEvReceive or kFramingError.
+    [[nodiscard]] int CommEvent() const { return mCommEvent; }
+
+    [[nodiscard]] static std::optional<std::uint32_t> DriverFramingErrors(int handle);
+
+Q_SIGNALS:
+    void OnComm();
+    void PortLost(const QString& reason);
+
+private:
+    void Open();
+    void Close();
+    void LockExclusively();
+    void ApplySettings();
+    void TakeInput();
+    void Dispatch();
+    void CheckFramingErrors();
+    void HandleError(QSerialPort::SerialPortError error);
+
+    const ComPorts& mPorts;
+    FramingErrorCount mFramingErrorCount;
+    QSerialPort mPort;
+    QTimer mFramingTimer;
+    int mCommPort = 1;
+    QString mSettings = QStringLiteral("9600,n,8,1");
+    int mInputLen = 0;
+    int mCommEvent = 0;
+    QByteArray mInput;
+    qsizetype mTaken = 0;  // bytes at the front of mInput that were read
+    int mEventsDue = 0;    // received bytes that have raised no event yet
+    bool mDispatchQueued = false;
+    std::uint32_t mFramingErrors = 0;
+    bool mCountsFramingErrors = false;
+};
+
+}  // namespace fenrik
