@@ -19,8 +19,11 @@ class Recordset;
 /// an engine's failure to read or write (its text names the reason, as a full disk).
 class Database {
 public:
-    /// Opens `path`. The file must exist: nothing is created. `exclusive` keeps other programs out while open.
-    /// The header and the schema are read at once, so that a foreign or truncated file fails here.
+    /// Opens `path`. The file must exist: nothing is created. The header and the schema are read at once, so that
+    /// an empty, foreign or truncated file fails here.
+    /// `exclusive` keeps other programs out while open: all of them, or the writers if opened read-only.
+    /// A file in use fails with kPermissionDenied, one marked as read-only fails with kDatabaseReadOnly if opened
+    /// for writing.
     [[nodiscard]] static std::unique_ptr<Database> OpenDatabase(const QString& path, bool exclusive, bool readOnly);
 
     /// Makes an empty database at `path`, which must not exist yet, and opens it for writing.
@@ -30,7 +33,7 @@ public:
     Database(const Database&) = delete;
     Database& operator=(const Database&) = delete;
 
-    /// Rows of a table (when `source` is a table's name) or of a query. The recordset keeps the engine's connection
+    /// Rows of a table, or of a query if `source` begins with "select". The recordset keeps the engine's connection
     /// alive; only a recordset on a table can add rows.
     [[nodiscard]] std::unique_ptr<Recordset> OpenRecordset(const QString& source);
 
@@ -54,7 +57,9 @@ public:
 
 private:
     Database(const QString& path, bool readOnly) : mPath(path), mReadOnly(readOnly) {}
+    void KeepOthersOut();
     void CheckReadable();
+    [[nodiscard]] const std::shared_ptr<sqlite3>& Engine() const;
 
     QString mPath;
     bool mReadOnly;

@@ -1,0 +1,259 @@
+#include "platform/Database.h"
+
+#include "platform/CFileSystem.h"
+#include "platform/Error.h"
+#include "platform/Recordset.h"
+#include "platform/SqliteStatement.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <sqlite3.h>
+
+namespace fenrik {
+
+namespace {
+
+constexpr int kHeaderSize = 100;
+
+// A Jet file begins with 00 01 00 00 and one of two names.
+bool IsJetHeader(const QByteArray& header)
+{
+    const QByteArray name = header.mid(4, 15);
+    return header.startsWith(QByteArrayLiteral("\0\1\0\0")) && (name == "Standard Jet DB" || name == "Standard ACE DB");
+}
+
+bool IsSqliteHeader(const QByteArray& header)
+{
+    return header.startsWith(QByteArrayLiteral("SQLite format 3\0"));
+}
+
+QByteArray ReadHeader(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        throw Error(ErrorNumber::kPermissionDenied,
+                    QStringLiteral("The database %1 can't be opened: %2").arg(path, file.errorString()));
+    const QByteArray header = file.read(kHeaderSize);
+    if (file.error() != QFileDevice::NoError)
+        throw Error(ErrorNumber::kPathFileAccess,
+                    QStringLiteral("The database %1 can't be read: %2").arg(path, file.errorString()));
+    return header;
+}
+
+// The engine takes an empty file for an empty database, and finds out that a file is foreign only at the first
+// query; so the file is looked at before the engine sees it.
+void CheckFile(const QString& path)
+{
+    if (!CFileSystem::FileExists(path))
+        throw Error(ErrorNumber::kDatabaseNotFound, QStringLiteral("The database %1 was not found.").arg(path));
+    const QByteArray header = ReadHeader(path);
+    if (header.isEmpty())
+        throw Error(ErrorNumber::kDatabaseBroken, QStringLiteral("The file %1 is empty.").arg(path));
+    if (IsJetHeader(header))
+        throw Error(ErrorNumber::kDatabaseBroken,
+                    QStringLiteral("The file %1 is a Jet database and must be converted first.").arg(path));
+    if (!IsSqliteHeader(header))
+        throw Error(ErrorNumber::kDatabaseBroken, QStringLiteral("The file %1 is not a database.").arg(path));
+}
+
+// For the superuser the engine would write to a file that its owner has marked as read-only.
+bool IsMarkedReadOnly(const QString& path)
+{
+    constexpr auto kAnyWrite = QFileDevice::WriteOwner | QFileDevice::WriteGroup | QFileDevice::WriteOther;
+    return !(QFileInfo(path).permissions() & kAnyWrite);
+}
+
+[[noreturn]] void ThrowReadOnly(const QString& path)
+{
+    throw Error(ErrorNumber::kDatabaseReadOnly, QStringLiteral("The database %1 is read-only.").arg(path));
+}
+
+std::shared_ptr<sqlite3> Connect(const QString& path, bool readOnly)
+{
+    // An absolute path, as the engine has a meaning of its own for names like ":memory:".
+    const QByteArray name = QFile::encodeName(QFileInfo(path).absoluteFilePath());
+    const int access = readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
+    sqlite3* handle = nullptr;
+    const int code = sqlite3_open_v2(name.constData(), &handle, access | SQLITE_OPEN_NOMUTEX, nullptr);
+    std::shared_ptr<sqlite3> connection(handle, sqlite3_close_v2);
+    if (code != SQLITE_OK)
+        ThrowEngineError(handle, code);
+
+    // Where writing is refused, the engine falls back to reading without a word.
+    if (!readOnly && (sqlite3_db_readonly(handle, "main") == 1 || IsMarkedReadOnly(path)))
+        ThrowReadOnly(path);
+    // Files come from strangers: their views get no functions with side effects.
+    sqlite3_db_config(handle, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+    return connection;
+}
+
+void Run(const std::shared_ptr<sqlite3>& connection, const QString& statement)
+{
+    SqliteStatement prepared(connection.get(), statement);
+    while (prepared.Step()) {
+        // a pragma answers with a row that nobody needs
+    }
+}
+
+bool IsQuery(const QString& source)
+{
+    const QString text = source.trimmed();
+    return text.startsWith(QLatin1String("select"), Qt::CaseInsensitive) && text.size() > 6 && text[6].isSpace();
+}
+
+}  // namespace
+
+std::unique_ptr<Database> Database::OpenDatabase(const QString& path, bool exclusive, bool readOnly)
+{
+    CheckFile(path);
+    std::unique_ptr<Database> database(new Database(path, readOnly));
+    database->mConnection = Connect(path, readOnly);
+    if (exclusive)
+        database->KeepOthersOut();
+    database->CheckReadable();
+    return database;
+}
+
+std::unique_ptr<Database> Database::CreateDatabase(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly))
+        throw Error(ErrorNumber::kPathFileAccess,
+                    QStringLiteral("The database %1 can't be created: %2").arg(path, file.errorString()));
+    file.close();
+    try {
+        std::unique_ptr<Database> database(new Database(path, false));
+        database->mConnection = Connect(path, false);
+        // Only the first write gives the file its header, without which it could not be opened again.
+        database->Execute(QStringLiteral("PRAGMA user_version = 1"));
+        return database;
+    } catch (const Error&) {
+        QFile::remove(path);
+        throw;
+    }
+}
+
+Database::~Database()
+{
+    Close();
+}
+
+// A writer takes the lock with a transaction, a reader with the first read, and neither gives it back.
+void Database::KeepOthersOut()
+{
+    Run(Engine(), QStringLiteral("PRAGMA locking_mode = EXCLUSIVE"));
+    if (mReadOnly)
+        return;
+    Run(Engine(), QStringLiteral("BEGIN EXCLUSIVE"));
+    Run(Engine(), QStringLiteral("COMMIT"));
+}
+
+// Reads the schema; on the way the engine compares the header with the file's length.
+void Database::CheckReadable()
+{
+    Run(Engine(), QStringLiteral("SELECT count(*) FROM sqlite_master"));
+}
+
+const std::shared_ptr<sqlite3>& Database::Engine() const
+{
+    if (!mConnection)
+        throw Error(ErrorNumber::kDatabaseNotFound, QStringLiteral("The database %1 is closed.").arg(mPath));
+    return mConnection;
+}
+
+std::unique_ptr<Recordset> Database::OpenRecordset(const QString& source)
+{
+    if (IsQuery(source))
+        return std::make_unique<Recordset>(Engine(), source, QString(), mReadOnly);
+    const QString query = QStringLiteral("SELECT * FROM %1").arg(QuotedName(source));
+    return std::make_unique<Recordset>(Engine(), query, source, mReadOnly);
+}
+
+void Database::Execute(const QString& statement)
+{
+    Run(Engine(), statement);
+}
+
+QString Database::TableDefs(const QString& name) const
+{
+    SqliteStatement query(Engine().get(),
+                          QStringLiteral("SELECT name FROM sqlite_master WHERE type IN ('table', 'view') "
+                                         "AND name = ? COLLATE NOCASE"));
+    query.Bind(1, name);
+    if (!query.Step())
+        throw Error(ErrorNumber::kItemNotFound, QStringLiteral("There is no table %1 in %2.").arg(name, mPath));
+    return query.Value(0).toString();
+}
+
+QString Database::Properties(const QString& name) const
+{
+    if (name.compare(QLatin1String("AccessVersion"), Qt::CaseInsensitive) == 0) {
+        SqliteStatement query(Engine().get(), QStringLiteral("PRAGMA user_version"));
+        query.Step();
+        return query.Value(0).toString();
+    }
+    if (name.compare(QLatin1String("Build"), Qt::CaseInsensitive) == 0)
+        return QString::fromLatin1(sqlite3_libversion());
+    throw Error(ErrorNumber::kItemNotFound, QStringLiteral("There is no property %1.").arg(name));
+}
+
+void Database::BeginTrans()
+{
+    // Taking the write lock here rather than at the first row makes a file in use fail before any work is done.
+    Execute(QStringLiteral("BEGIN IMMEDIATE"));
+}
+
+void Database::CommitTrans()
+{
+    Execute(QStringLiteral("COMMIT"));
+}
+
+void Database::Rollback()
+{
+    Execute(QStringLiteral("ROLLBACK"));
+}
+
+void Database::Close()
+{
+    if (mConnection && sqlite3_get_autocommit(mConnection.get()) == 0)
+        sqlite3_exec(mConnection.get(), "ROLLBACK", nullptr, nullptr, nullptr);
+    mConnection.reset();
+}
+
+QString QuotedName(const QString& name)
+{
+    QString inner = name;
+    return '"' + inner.replace('"', QLatin1String("\"\"")) + '"';
+}
+
+bool TableExists(Database& database, const QString& name)
+{
+    try {
+        return database.OpenRecordset(name) != nullptr;
+    } catch (const Error&) {
+        return false;
+    }
+}
+
+bool TableDefExists(const Database& database, const QString& name)
+{
+    try {
+        return !database.TableDefs(name).isEmpty();
+    } catch (const Error&) {
+        return false;
+    }
+}
+
+std::unique_ptr<Recordset> RecreateTable(Database& database, const QString& name)
+{
+    try {
+        database.Execute(QStringLiteral("DROP TABLE %1").arg(QuotedName(name)));
+    } catch (const Error&) {
+        // There was none. Whatever else is wrong shows up again in the next statement.
+    }
+    database.Execute(QStringLiteral("CREATE TABLE %1 (PropertyName TEXT, PropertyValue TEXT)").arg(QuotedName(name)));
+    return database.OpenRecordset(name);
+}
+
+}  // namespace fenrik

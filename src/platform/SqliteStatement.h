@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QString>
+#include <QVariant>
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+namespace fenrik {
+
+/// One prepared statement of the engine: the common ground of Database and Recordset, used by nothing else.
+/// Every engine failure is thrown as the Error that Database's description tells.
+class SqliteStatement {
+public:
+    /// `connection` outlives the statement. `sql` holds one statement and no second one behind it.
+    SqliteStatement(sqlite3* connection, const QString& sql);
+    ~SqliteStatement();
+    SqliteStatement(const SqliteStatement&) = delete;
+    SqliteStatement& operator=(const SqliteStatement&) = delete;
+
+    /// Gives the parameter at `position`, from 1, its value; an invalid QVariant is null.
+    void Bind(int position, const QVariant& value);
+
+    /// Goes to the next row; false when there is none.
+    bool Step();
+
+    [[nodiscard]] int ColumnCount() const;
+    [[nodiscard]] QString ColumnName(int column) const;
+
+    /// Integers as qlonglong, reals as double, texts as QString, blobs as QByteArray, null as an invalid QVariant.
+    [[nodiscard]] QVariant Value(int column) const;
+
+private:
+    sqlite3* mConnection;
+    sqlite3_stmt* mStatement = nullptr;
+};
+
+/// Throws the connection's last failure; `code` is the engine's result code of it.
+[[noreturn]] void ThrowEngineError(sqlite3* connection, int code);
+
+}  // namespace fenrik
