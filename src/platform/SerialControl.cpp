@@ -2,6 +2,7 @@
 
 #include "platform/Error.h"
 
+#include <QHash>
 #include <QStringList>
 
 #include <linux/serial.h>
