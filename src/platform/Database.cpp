@@ -149,10 +149,15 @@ void Database::KeepOthersOut()
     Run(Engine(), QStringLiteral("COMMIT"));
 }
 
-// Reads the schema; on the way the engine compares the header with the file's length.
+// Reads the schema; on the way the engine repairs what a crashed writer left, and compares the header with the
+// file's length. It forgives a torn last page, whose rows would be missing later.
 void Database::CheckReadable()
 {
     Run(Engine(), QStringLiteral("SELECT count(*) FROM sqlite_master"));
+    SqliteStatement query(Engine().get(), QStringLiteral("PRAGMA page_size"));
+    query.Step();
+    if (QFileInfo(mPath).size() % query.Value(0).toLongLong() != 0)
+        throw Error(ErrorNumber::kDatabaseBroken, QStringLiteral("The database %1 is truncated.").arg(mPath));
 }
 
 const std::shared_ptr<sqlite3>& Database::Engine() const
