@@ -106,6 +106,9 @@ public:
     /// Waits for the reply to the frame just sent, 0.7 s or 15 s by relay.
     std::optional<CMessage> GetMessageReply();
 
+    /// Ends a running GetMessageReply without a reply, for a user who won't wait.
+    void AbandonReply() { mReplyAbandoned = true; }
+
     /// Sends `message` (whose ReplyCommand is set) and collects a multi-frame reply. `bytesReceived` carries over
     /// from attempt to attempt and can exceed the size of the result: callers use the smaller of the two. It is -1
     /// after a refusal, -2 with no answer, and CommError when the link refuses to ask after three failures.
@@ -181,6 +184,7 @@ private:
     std::deque<CMessage> mReceivedMessages;
     CMessage mReplyMessage;
     bool mEscapePending = false;
+    bool mReplyAbandoned = false;
 };
 
 }  // namespace fenrik

@@ -62,7 +62,9 @@ std::optional<CMessage> CMsgHandler::GetMessageReply()
 {
     std::optional<CMessage> reply;
     Guarded(mErrors, "CMsgHandler:ReplyCommandRecieved", [this, &reply] {
-        mPump.WaitFor([this] { return mCommandReply || !mHost->PortOpenForTx(); }, ReplyTimeout());
+        mReplyAbandoned = false;
+        mPump.WaitFor([this] { return mCommandReply || mReplyAbandoned || !mHost->PortOpenForTx(); },
+                      ReplyTimeout());
         mWaitingForReply = 0;
         if (!mCommandReply)
             return;

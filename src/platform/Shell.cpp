@@ -1,31 +1,34 @@
 #include "platform/Shell.h"
 
 #include <QDesktopServices>
+#include <QFileInfo>
 #include <QUrl>
 
 namespace fenrik {
 
 namespace {
 
-Shell::Result Open(const QUrl& url)
+int Open(const QUrl& url)
 {
     // The desktop tells no more than whether something took the address.
-    return QDesktopServices::openUrl(url) ? Shell::Result::Opened : Shell::Result::NoAssociation;
+    return QDesktopServices::openUrl(url) ? Shell::kOpened : Shell::kNoAssociation;
 }
 
 }  // namespace
 
-Shell::Result Shell::OpenFile(const QString& path)
+int Shell::OpenFile(const QString& path)
 {
+    if (!QFileInfo(path).isReadable())
+        return kAccessDenied;
     return Open(QUrl::fromLocalFile(path));
 }
 
-Shell::Result Shell::OpenPage(const QString& address)
+int Shell::OpenPage(const QString& address)
 {
     return Open(QUrl(address));
 }
 
-Shell::Result Shell::Explore(const QString& folder)
+int Shell::Explore(const QString& folder)
 {
     return Open(QUrl::fromLocalFile(folder));
 }

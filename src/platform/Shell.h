@@ -9,17 +9,19 @@ class Shell {
 public:
     virtual ~Shell() = default;
 
-    /// What came of it. NoAssociation: no program opens such files.
-    enum class Result { Opened, NoAssociation };
+    /// What an operation gives: kOpened, or the reason why not.
+    static constexpr int kOpened = 0;
+    static constexpr int kAccessDenied = 5;    ///< the file can't be read
+    static constexpr int kNoAssociation = 31;  ///< no program opens such things
 
     /// Verb "open" for a file.
-    virtual Result OpenFile(const QString& path);
+    virtual int OpenFile(const QString& path);
 
     /// Verb "open" for a web page.
-    virtual Result OpenPage(const QString& address);
+    virtual int OpenPage(const QString& address);
 
     /// Verb "explore" for a folder.
-    virtual Result Explore(const QString& folder);
+    virtual int Explore(const QString& folder);
 };
 
 }  // namespace fenrik

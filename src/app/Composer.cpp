@@ -1,0 +1,181 @@
+#include "app/Composer.h"
+
+#include "app/DataValidator.h"
+#include "app/Services.h"
+#include "catalogue/SpecialCommands.h"
+#include "link/CMsgHandler.h"
+#include "platform/Boxes.h"
+#include "platform/Error.h"
+#include "platform/SerialControl.h"
+#include "shared/CommandTable.h"
+#include "shared/ErrorReporter.h"
+#include "shared/Settings.h"
+#include "shared/TextFormat.h"
+
+#include "ui_Composer.h"
+
+namespace fenrik {
+
+namespace {
+
+const QString kOn = QStringLiteral("On");
+const QString kOff = QStringLiteral("Off");
+const QString kTrue = QStringLiteral("True");
+const QString kFalse = QStringLiteral("False");
+
+constexpr int kInternalRank = 99;
+constexpr int kLargestByte = 255;
+
+std::uint8_t GetStateValue(const QString& caption)
+{
+    return caption.compare(kOn, Qt::CaseInsensitive) == 0 ? 1 : 0;
+}
+
+std::uint8_t GetExtendedValue(const QString& caption)
+{
+    return caption.compare(kTrue, Qt::CaseInsensitive) == 0 ? 1 : 0;
+}
+
+}  // namespace
+
+Composer::Composer(const Services& services, ComposerHost& host, QWidget* parent)
+    : QWidget(parent), mServices(services), mHost(host), mUi(std::make_unique<Ui::Composer>())
+{
+    mUi->setupUi(this);
+    mUi->TxtData->setValidator(new DataValidator(this));
+    SetUpButtons();
+}
+
+Composer::~Composer() = default;
+
+void Composer::SetUpButtons()
+{
+    connect(mUi->CboCategory, &QComboBox::currentTextChanged, this, &Composer::ShowCategory);
+    connect(mUi->cmdState, &QPushButton::clicked, this, [this] { Toggle(true); });
+    connect(mUi->cmdExtended, &QPushButton::clicked, this, [this] { Toggle(false); });
+    connect(mUi->cmdSend, &QPushButton::clicked, this, &Composer::Send);
+    connect(mUi->TxtData, &QLineEdit::returnPressed, mUi->cmdSend, [this] {
+        mUi->cmdSend->setFocus();
+        mUi->cmdSend->click();
+    });
+}
+
+void Composer::PopulatecboCategoryList(const QString& hiddenCategory)
+{
+    const bool showInternal = mServices.settings.ShowFenrikInternal;
+    const QString undefined = QLatin1String(CommandTable::kUndefinedCategory);
+    QStringList categories;
+    for (int number = 1; number < CommandTable::kSize; ++number) {
+        const CommandEntry& entry = mServices.commands[number];
+        if (entry.Category == undefined || categories.contains(entry.Category))
+            continue;
+        if (showInternal || (entry.Category != hiddenCategory && entry.CategoryRank < kInternalRank))
+            categories.append(entry.Category);
+    }
+    if (mServices.settings.ListAllMsgs)
+        categories.prepend(undefined);
+    if (showInternal)
+        categories.prepend(QLatin1String(kSendByte));
+
+    const QSignalBlocker quiet(mUi->CboCategory);
+    mUi->CboCategory->clear();
+    mUi->CboCategory->addItems(categories);
+    mUi->CboCategory->setCurrentIndex(categories.isEmpty() ? -1 : 0);
+    ShowCategory(mUi->CboCategory->currentText());
+}
+
+void Composer::ShowCategory(const QString& category)
+{
+    const bool isByte = category == QLatin1String(kSendByte);
+    mUi->CboCommand->clear();
+    mUi->CboCommand->setEnabled(!isByte);
+    mUi->cmdState->setEnabled(!isByte);
+    mUi->cmdExtended->setEnabled(!isByte);
+    if (isByte)
+        return;
+    QStringList names;
+    for (int number = 1; number < CommandTable::kSize; ++number) {
+        if (mServices.commands[number].Category == category)
+            names.append(mServices.commands[number].Name);
+    }
+    mUi->CboCommand->addItems(names);
+}
+
+void Composer::Toggle(bool state)
+{
+    QPushButton* button = state ? mUi->cmdState : mUi->cmdExtended;
+    const QString& on = state ? kOn : kTrue;
+    const QString& off = state ? kOff : kFalse;
+    button->setText(button->text() == on ? off : on);
+}
+
+void Composer::SetSendEnabled(bool enabled)
+{
+    mUi->cmdSend->setEnabled(enabled);
+}
+
+void Composer::Send()
+{
+    mHost.SetUIState(8);
+    Guarded(mServices.errors, "frmmain:cmdSend:Click", [this] {
+        if (mUi->CboCategory->currentText() == QLatin1String(kSendByte))
+            SendByte();
+        else
+            SendCommand();
+        mHost.CommandSent();
+        mHost.SelectLastLine();
+    });
+    mHost.SetUIState(4);
+    mUi->cmdSend->setFocus();
+}
+
+void Composer::SendByte()
+{
+    const std::int32_t value = DataValue(mUi->TxtData->text());
+    if (value < 0 || value > kLargestByte)
+        mServices.boxes.MsgBox(QStringLiteral("Number must be between 0 and 255"), QMessageBox::Warning);
+    else
+        mServices.port.Output(QByteArray(1, char(value)));
+}
+
+CMessage Composer::ComposedMessage() const
+{
+    CMessage message;
+    message.Command = mServices.commands.GetCommandNumber(mUi->CboCommand->currentText());
+    message.State = GetStateValue(mUi->cmdState->text());
+    message.extended = GetExtendedValue(mUi->cmdExtended->text());
+    message.data = DataValue(mUi->TxtData->text());
+    message.EchoSend = true;
+    message.EchoReply = true;
+    return message;
+}
+
+void Composer::SendCommand()
+{
+    CMessage message = ComposedMessage();
+    if (message.Command >= CommandTable::kSize)
+        throw Error(ErrorNumber::kSubscriptOutOfRange, QStringLiteral("Subscript out of range"));
+    if (mServices.specials.IsSpecialCommand(message.Command)) {
+        mHost.OpenSpecialCommand(message);
+        return;
+    }
+    if (message.Command >= CommandTable::kFirstSubCommand) {
+        // The sub-command's number takes the place of whatever data was typed.
+        message.data = (message.Command - CommandTable::kFirstSubCommand) * 256;
+        message.Command = CommandTable::kSubCommandCarrier;
+    }
+    if (mHost.IsConnected())
+        mServices.handler.SendMessage(message);
+}
+
+void Composer::ShowMessage(const CMessage& message)
+{
+    const CommandEntry& entry = mServices.commands[message.Command];
+    mUi->CboCategory->setCurrentText(entry.Category);
+    mUi->CboCommand->setCurrentText(entry.Name);
+    mUi->cmdState->setText(message.State ? kOn : kOff);
+    mUi->cmdExtended->setText(message.extended ? kTrue : kFalse);
+    mUi->TxtData->setText(mServices.settings.HexData ? HexData(message.data) : QString::number(message.data));
+}
+
+}  // namespace fenrik

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <QWidget>
+
+#include <memory>
+
+namespace Ui {
+class Composer;
+}
+
+namespace fenrik {
+
+struct CMessage;
+struct Services;
+
+/// What the composer asks of the window around it.
+class ComposerHost {
+public:
+    virtual ~ComposerHost() = default;
+    virtual void SetUIState(int state) = 0;
+    [[nodiscard]] virtual bool IsConnected() const = 0;
+    virtual void OpenSpecialCommand(const CMessage& message) = 0;
+    /// A command was sent: the states view may poll.
+    virtual void CommandSent() = 0;
+    virtual void SelectLastLine() = 0;
+};
+
+/// The row under the message list in which a command is put together and sent (`PicMsgcenter`).
+class Composer : public QWidget {
+    Q_OBJECT
+
+public:
+    /// Categories with a meaning of their own, which stand in no catalogue.
+    static constexpr const char* kSendByte = "<Send Byte>";
+
+    Composer(const Services& services, ComposerHost& host, QWidget* parent = nullptr);
+    ~Composer() override;
+
+    /// Lists the catalogue's categories anew, by the options; `hiddenCategory` is the market's.
+    void PopulatecboCategoryList(const QString& hiddenCategory);
+
+    /// Takes a line of the message list over for sending it again.
+    void ShowMessage(const CMessage& message);
+
+    void SetSendEnabled(bool enabled);
+
+private:
+    void SetUpButtons();
+    void ShowCategory(const QString& category);
+    void Send();
+    void SendByte();
+    void SendCommand();
+    void Toggle(bool state);
+    [[nodiscard]] CMessage ComposedMessage() const;
+
+    const Services& mServices;
+    ComposerHost& mHost;
+    std::unique_ptr<Ui::Composer> mUi;
+};
+
+}  // namespace fenrik

@@ -1,0 +1,175 @@
+#include "app/Connection.h"
+
+#include "app/PortState.h"
+#include "app/Services.h"
+#include "app/WaitCursor.h"
+#include "link/CMsgHandler.h"
+#include "link/Transceiver.h"
+#include "logging/MsgLogging.h"
+#include "model/CSystem.h"
+#include "platform/Boxes.h"
+#include "platform/Error.h"
+#include "platform/SerialControl.h"
+#include "shared/ErrorReporter.h"
+#include "shared/EventPump.h"
+#include "shared/Settings.h"
+
+namespace fenrik {
+
+namespace {
+
+enum Method { kTransceiver = 1, kModem = 2, kRelay = 3 };
+constexpr int kDisconnected = 2;
+constexpr int kAnalogView = 0;
+
+}  // namespace
+
+Connection::Connection(const Services& services, const PortState& ports, CSystem& system, Transceiver& transceiver,
+                       ConnectionHost& host)
+    : mServices(services), mPorts(ports), mSystem(system), mTransceiver(transceiver), mHost(host)
+{
+}
+
+int Connection::ConnectionType() const
+{
+    const int type = mServices.settings.ConnectionType;
+    return type >= kTransceiver && type <= kRelay ? type : kTransceiver;
+}
+
+void Connection::NotYet(const QString& what)
+{
+    mHost.ShowMessage(QStringLiteral("%1 is not part of this version.").arg(what));
+}
+
+void Connection::Connect()
+{
+    switch (ConnectionType()) {
+    case kTransceiver:
+        CommonPreConnect();
+        ConnectByTransceiver();
+        break;
+    case kModem:
+        NotYet(QStringLiteral("Connecting by modem"));
+        break;
+    default:
+        NotYet(QStringLiteral("Connecting through a relay"));
+        break;
+    }
+}
+
+void Connection::ConnectByTransceiver()
+{
+    const WaitCursor hourglass;
+    for (bool again = true; again;) {
+        again = false;
+        try {
+            mTransceiver.ConnectTransceiver();
+        } catch (const Error& error) {
+            again = TellPortError(error.Number(), error.Description());
+        }
+    }
+}
+
+bool Connection::TellPortError(int number, const QString& description)
+{
+    const QString port = QString::number(mServices.settings.CommPort);
+    switch (number) {
+    case ErrorNumber::kPortAlreadyOpen:
+        return mServices.boxes.MsgBox(QStringLiteral("Comm Port %1 already open.\n"
+                                                     "Close the port and click Retry to continue, "
+                                                     "or Cancel to abort operation.")
+                                          .arg(port),
+                                      QMessageBox::Warning,
+                                      QMessageBox::Retry | QMessageBox::Cancel) == QMessageBox::Retry;
+    case ErrorNumber::kPortNotFound:
+        mServices.boxes.MsgBox(QStringLiteral("Comm Port %1 does not exist.").arg(port), QMessageBox::Warning);
+        return false;
+    case ErrorNumber::kSetCommState:
+        mServices.boxes.MsgBox(
+            QStringLiteral("Unable to set Comm State on Comm Port %1 .  Please retry.  ").arg(port),
+            QMessageBox::Warning);
+        return false;
+    default:
+        throw Error(number, description);
+    }
+}
+
+void Connection::LoadSystemIfNone()
+{
+    if (mServices.settings.SystemName.isEmpty() || mServices.settings.SystemPath.isEmpty())
+        mSystem.LoadSystem(mServices.settings.SystemName, mServices.settings.SystemPath, false);
+}
+
+void Connection::CommonPreConnect()
+{
+    Guarded(mServices.errors, "frmDiag.CommonPreConnect", [this] {
+        if (mServices.settings.LoggingOn) {
+            if (mServices.settings.LoggingUnique)
+                mServices.log.NewFileName();
+            mServices.log.CreateLogHeader00(QStringLiteral("Connected - "));
+        }
+    });
+    Guarded(mServices.errors, "frmDiag.CommonPreConnect", [this] {
+        LoadSystemIfNone();
+        mHost.SetToolbarEnabled(false);
+        mHost.ResetPanels();
+        mHost.setDisplayState(kAnalogView);
+    });
+}
+
+void Connection::RefreshConnection(bool readPanels, bool detect)
+{
+    mHost.SetTrafficTimers(mPorts.PortOpenForRx(), mPorts.PortOpenForTx() && mServices.settings.SendSync);
+    mHost.SetUIState(mPorts.PortOpen() ? 1 : kDisconnected);
+    if (readPanels && mPorts.PortOpenForRx())
+        mHost.ReadPanels();
+    if (!detect || !mPorts.PortOpenForTx() || !mServices.settings.AutoDetect)
+        return;
+    mHost.DetectNodes();
+    if (mSystem.ActiveNodeCount() == 0 && mPorts.PortOpenForTx() && !mServices.pump.Stopped())
+        mServices.boxes.MsgBox(QStringLiteral("A transceiver was detected, but no network traffic was heard.\n"
+                                              "Please check all connections to the transceiver and the network, and\n"
+                                              "make sure power has been recycled since the last download."),
+                               QMessageBox::Information);
+}
+
+void Connection::Disconnect()
+{
+    CommonPreDisconnect();
+    if (mServices.port.PortOpen())
+        mServices.port.setPortOpen(false);
+    CommonPostDisconnect();
+}
+
+void Connection::CommonPreDisconnect()
+{
+    Guarded(mServices.errors, "frmDiag.CommonPreDisconnect", [this] {
+        if (mSystem.MountedNodeNumber() != 0)
+            mHost.UnmountNode(mSystem.MountedNodeNumber());
+        // The relay's routine still needs to know that it is the transport; it clears it itself.
+        if (ConnectionType() != kRelay)
+            mServices.handler.setTargetPort(Transport::kNone);
+    });
+}
+
+void Connection::CommonPostDisconnect()
+{
+    Guarded(mServices.errors, "frmDiag.CommonPostDisconnect", [this] {
+        mHost.setDisplayState(kAnalogView);
+        RefreshConnection(true, true);
+        mHost.ShowMessage(QString());
+    });
+}
+
+void Connection::PortWasLost(const QString& reason)
+{
+    // A node can't be unmounted over a port that is gone; only the record of it is dropped.
+    mSystem.UnmountNode();
+    mServices.handler.setTargetPort(Transport::kNone);
+    mHost.setDisplayState(kAnalogView);
+    RefreshConnection(false, false);
+    mHost.ShowMessage(
+        QStringLiteral("Comm Port %1 has gone away: %2").arg(mServices.settings.CommPort).arg(reason));
+}
+
+}  // namespace fenrik

@@ -1,0 +1,139 @@
+#include "app/MMain.h"
+
+#include "app/Services.h"
+#include "app/WaitCursor.h"
+#include "app/frmDiag.h"
+#include "app/frmSplash.h"
+#include "link/Transceiver.h"
+#include "model/CSystem.h"
+#include "platform/CFileSystem.h"
+#include "platform/Database.h"
+#include "platform/Error.h"
+
+#include <QApplication>
+#include <QDir>
+
+namespace fenrik {
+
+MMain::Environment MMain::OfThisProcess()
+{
+    return {ProgramFolder::OfThisProcess(), SettingsStore::ConfigFolder(), VersionInfo::OfThisBuild()};
+}
+
+MMain::MMain(const Environment& environment)
+    : mEnvironment(environment), mStore(environment.configFolder + QStringLiteral("/settings.ini")), mPump(mClock),
+      mErrors(mEnvironment.folder, mEnvironment.version, mClock, mBoxes),
+      mPorts(environment.configFolder + QStringLiteral("/ports")), mSpecials(mCommands, *this),
+      mCatalogue(mCommands, mSettings, mBoxes, *this, mEnvironment.folder.Path()), mPort(mPorts),
+      mHandler(mPort, mClock, mPump, mCommands, mErrors), mLog(mRun, mCommands, mClock, mEnvironment.version)
+{
+}
+
+MMain::~MMain() = default;
+
+bool MMain::Main()
+{
+    bool started = false;
+    Guarded(mErrors, "MMain:Main", [this, &started] {
+        frmSplash splash(mEnvironment.version);
+        splash.show();
+        const WaitCursor hourglass;
+        mPump.Once();
+        LoadSettings();
+        SelectUSBTransceiver(mPorts, mSettings, mRun);
+        if (!LoadCharacterMaps() || !OpenMainWindow(splash))
+            return;
+        ChooseDiagLogPath();
+        mLog.NewFileName();
+        started = true;
+    });
+    return started;
+}
+
+void MMain::LoadSettings()
+{
+    mSettingsBroken = !Guarded(mErrors, "MMain:LoadSettings", [this] { fenrik::LoadSettings(mStore, mSettings); });
+}
+
+bool MMain::LoadCharacterMaps()
+{
+    try {
+        mAsciiMap.PopulateAsciiMaps(mEnvironment.folder.File(QStringLiteral("fxmaps.dav")));
+        return true;
+    } catch (const Error&) {
+        mBoxes.MsgBox(QStringLiteral("An error occured loading the file <fxmaps.dav>\n"
+                                     "This program cannot operate with out it and will be shutdown!"),
+                      QMessageBox::Critical);
+        return false;
+    }
+}
+
+bool MMain::OpenMainWindow(frmSplash& splash)
+{
+    const Services services{mSettings, mStore, mRun,   mCommands, mSpecials, mPort,
+                            mHandler,  mLog,   mClock, mPump,     mBoxes,    mShell,
+                            mErrors,   mEnvironment.version, mEnvironment.folder, mPorts};
+    mWindow = std::make_unique<frmDiag>(services, mAsciiMap, *this);
+    // Each run starts without a system; the two settings are empty here.
+    mWindow->System().LoadSystem(mSettings.SystemName, mSettings.SystemPath, false);
+    splash.setInfo(QStringLiteral("Loading the command catalogue..."));
+    mSpecials.LoadSpecialCommands(mEnvironment.folder.File(QStringLiteral("SpecialCommands.dav")), mBoxes);
+    if (!mEnding)
+        LoadCatalogue();
+    if (mEnding)
+        return false;
+    if (mRun.USBTransceiverPort != 0)
+        mWindow->setStatus(QStringLiteral("USB Transceiver Detected and Autoselected."));
+    if (mSettings.IsLegacyProtocol())
+        mWindow->setMsg(QStringLiteral("Fenrik 98 is not part of this version; this is the monitor of Fenrik 2000."));
+    mWindow->show();
+    return true;
+}
+
+void MMain::LoadCatalogue()
+{
+    mCatalogue.LoadCommands(mWindow->System().Database());
+    if (!mEnding)
+        mWindow->PopulatecboCategoryList(mCatalogue.HiddenCategory());
+}
+
+void MMain::ChooseDiagLogPath()
+{
+    const QString folder = mEnvironment.folder.File(QStringLiteral("diaglogs"));
+    const bool usable = CFileSystem::DirectoryExists(folder) || CFileSystem::CreateDirectory(folder);
+    mRun.DiagLogPath = usable ? folder : mEnvironment.folder.Path();
+}
+
+void MMain::ExploreDiagPath()
+{
+    Guarded(mErrors, "Main.ExploreDiagPath", [this] {
+        if (mShell.Explore(mRun.DiagLogPath) != Shell::kOpened)
+            throw Error(ErrorNumber::kFileNotFound,
+                        QStringLiteral("The folder %1 could not be shown").arg(mRun.DiagLogPath));
+    });
+}
+
+void MMain::SaveAndEnd()
+{
+    Guarded(mErrors, "MMain:SaveSettings", [this] {
+        if (mSettingsBroken)
+            mStore.KeepBrokenCopy();
+        mSettings.FirstRun = false;
+        SaveSettings(mStore, mSettings);
+    });
+    EndProgram();
+}
+
+void MMain::EndProgram()
+{
+    mEnding = true;
+    mPump.Stop();
+    QApplication::quit();
+}
+
+int MMain::SelectedNodeNumber() const
+{
+    return mWindow ? mWindow->System().SelectedNodeNumber() : 0;
+}
+
+}  // namespace fenrik

@@ -1,0 +1,93 @@
+#pragma once
+
+#include "app/ErrorDialog.h"
+#include "catalogue/CatalogueHost.h"
+#include "catalogue/CommandCatalogue.h"
+#include "catalogue/SpecialCommands.h"
+#include "diagnostics/AsciiMap.h"
+#include "link/CMsgHandler.h"
+#include "logging/MsgLogging.h"
+#include "platform/Boxes.h"
+#include "platform/ComPorts.h"
+#include "platform/ProgramFolder.h"
+#include "platform/SerialControl.h"
+#include "platform/SettingsStore.h"
+#include "platform/Shell.h"
+#include "platform/VersionInfo.h"
+#include "shared/Clock.h"
+#include "shared/CommandTable.h"
+#include "shared/EventPump.h"
+#include "shared/RunState.h"
+#include "shared/Settings.h"
+
+#include <memory>
+
+namespace fenrik {
+
+class frmDiag;
+class frmSplash;
+
+/// The whole program as one object, made in main(): owns the settings, the command table, the link engine and the main
+/// window, and hands out references. What tests replace comes in by the constructor.
+class MMain : private CatalogueHost {
+public:
+    struct Environment {
+        ProgramFolder folder;
+        QString configFolder;  ///< of settings.ini and ports/
+        VersionInfo version;
+    };
+
+    /// The environment of this process.
+    [[nodiscard]] static Environment OfThisProcess();
+
+    explicit MMain(const Environment& environment);
+    ~MMain() override;
+
+    /// Starts the program: reads settings and databases and shows the main window. False if a file is missing without
+    /// which it can't work; the user has been told then.
+    bool Main();
+
+    /// Null before Main and if it failed.
+    [[nodiscard]] frmDiag* Window() const { return mWindow.get(); }
+
+    /// Reads the catalogue of the system in use, and the category list from it.
+    void LoadCatalogue();
+
+    /// Opens the folder of the message logs in the desktop's file explorer.
+    void ExploreDiagPath();
+
+    /// Writes the settings; the last thing that happens.
+    void SaveAndEnd();
+
+private:
+    void EndProgram() override;
+    [[nodiscard]] int SelectedNodeNumber() const override;
+
+    void LoadSettings();
+    bool LoadCharacterMaps();
+    bool OpenMainWindow(frmSplash& splash);
+    void ChooseDiagLogPath();
+
+    Environment mEnvironment;
+    SettingsStore mStore;
+    Settings mSettings;
+    RunState mRun;
+    Boxes mBoxes;
+    Shell mShell;
+    SystemClock mClock;
+    QtEventPump mPump;
+    ErrorDialog mErrors;
+    ComPorts mPorts;
+    CommandTable mCommands;
+    SpecialCommands mSpecials;
+    CommandCatalogue mCatalogue;
+    AsciiMap mAsciiMap;
+    SerialControl mPort;
+    CMsgHandler mHandler;
+    MsgLogging mLog;
+    std::unique_ptr<frmDiag> mWindow;
+    bool mSettingsBroken = false;
+    bool mEnding = false;
+};
+
+}  // namespace fenrik

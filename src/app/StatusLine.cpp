@@ -1,0 +1,42 @@
+#include "app/StatusLine.h"
+
+namespace fenrik {
+
+namespace {
+
+QLabel* MakeLabel(const QString& name, const QString& accessibleName)
+{
+    auto* label = new QLabel;
+    label->setObjectName(name);
+    label->setAccessibleName(accessibleName);
+    label->setTextFormat(Qt::PlainText);
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    return label;
+}
+
+}  // namespace
+
+StatusLine::StatusLine(QWidget* parent)
+    : QStatusBar(parent), mStatus(MakeLabel(QStringLiteral("txtStatus"), tr("Connection state"))),
+      mMsg(MakeLabel(QStringLiteral("txtMsg"), tr("Last message")))
+{
+    setObjectName(QStringLiteral("StatusLine"));
+    mStatus->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("Initializing Transceiver...  ")));
+    // A long message must not widen the window.
+    mMsg->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    addWidget(mStatus);
+    addWidget(mMsg, 1);
+}
+
+void StatusLine::setStatus(const QString& text)
+{
+    mStatus->setText(text);
+}
+
+void StatusLine::setMsg(const QString& text)
+{
+    mMsg->setText(text);
+    mMsg->setToolTip(text);
+}
+
+}  // namespace fenrik
