@@ -15,6 +15,7 @@ inline constexpr int kTypeMismatch = 13;
 inline constexpr int kFileNotFound = 53;
 inline constexpr int kPermissionDenied = 70;
 inline constexpr int kPathFileAccess = 75;
+inline constexpr int kDuplicateKey = 457;        ///< a collection has an element of that key already
 inline constexpr int kPortNotFound = 8002;       ///< no such serial port
 inline constexpr int kPortAlreadyOpen = 8005;    ///< another program (or a second copy of this one) has the port
 inline constexpr int kSetCommState = 8012;       ///< the device refuses the line parameters
