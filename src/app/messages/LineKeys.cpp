@@ -1,0 +1,39 @@
+#include "app/messages/LineKeys.h"
+
+#include <algorithm>
+#include <bit>
+#include <utility>
+
+namespace fenrik {
+
+QString LineKey::Text(const MessageRecord& line, const LineNames& names)
+{
+    const QString command = QString::number(line.command);
+    if (ByData(line.command))
+        return command + QLatin1Char('D') + QString::number(line.data);
+    return command + QStringLiteral("VM") + names[line.name].keyName;
+}
+
+void LineKeys::Clear()
+{
+    mSlots = std::vector<Slot>();
+    mUsed = 0;
+    mShift = 64;
+}
+
+void LineKeys::Grow()
+{
+    constexpr std::size_t kFirst = 1024;
+    const std::vector<Slot> old = std::exchange(mSlots, std::vector<Slot>(std::max(kFirst, mSlots.size() * 2)));
+    mShift = 64 - std::countr_zero(mSlots.size());
+    for (const Slot& slot : old) {
+        if (slot.row == kFree)
+            continue;
+        std::size_t at = Home({slot.Key()});
+        while (mSlots[at].row != kFree)
+            at = (at + 1) & (mSlots.size() - 1);
+        mSlots[at] = slot;
+    }
+}
+
+}  // namespace fenrik

@@ -1,0 +1,115 @@
+#pragma once
+
+#include <QAbstractItemView>
+#include <QString>
+
+class QHeaderView;
+
+namespace fenrik {
+
+class MessageListModel;
+
+/// The list of messages. All rows have one height, taken from the font, and nothing is kept or computed for each row,
+/// so that millions of rows scroll, select and paint as a hundred do. The vertical scroll bar counts rows.
+///
+/// One row is selected at most. The secondary mouse button leaves the selection alone and asks for the list's menu by
+/// customContextMenuRequested.
+class MessageListView : public QAbstractItemView {
+    Q_OBJECT
+
+public:
+    explicit MessageListView(QWidget* parent = nullptr);
+    ~MessageListView() override;
+
+    /// The model is a MessageListModel; the view doesn't own it.
+    void setModel(QAbstractItemModel* model) override;
+
+    [[nodiscard]] QHeaderView* Header() const { return mHeader; }
+
+    /// What stands in the middle of a list without lines.
+    void SetEmptyText(const QString& text);
+
+    /// -1 if no row is selected.
+    [[nodiscard]] int SelectedRow() const;
+
+    /// Whether a line that is added now is to be selected and shown: without CompactList only if the selected line is
+    /// the last line or nothing is selected, with CompactList always.
+    [[nodiscard]] bool FollowsNewest() const;
+
+    /// Has the model announce its lines; then, if the list followed when they were added, the newest is selected and
+    /// scrolled to. Costs the same for any number of lines.
+    void Flush();
+
+    /// Announces new lines and selects the last one.
+    void SelectLast();
+    void SelectRow(int row);
+
+    /// The row's visible columns, separated by tabs.
+    [[nodiscard]] QString RowText(int row) const;
+
+    [[nodiscard]] int RowHeight() const { return mRowHeight; }
+    [[nodiscard]] int FirstVisibleRow() const;
+    /// Rows that have room from top to bottom, at least 1.
+    [[nodiscard]] int WholeRows() const;
+    /// Where a row stands in the viewport, over its whole width; also outside of what is seen.
+    [[nodiscard]] QRect RowRect(int row) const;
+
+    [[nodiscard]] QRect visualRect(const QModelIndex& index) const override;
+    void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
+    [[nodiscard]] QModelIndex indexAt(const QPoint& point) const override;
+
+    /// Does nothing: a typed letter would search all lines in one go.
+    void keyboardSearch(const QString& text) override;
+
+Q_SIGNALS:
+    /// A line was double clicked, or Enter was pressed on it.
+    void LineChosen(int row);
+
+protected:
+    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
+    [[nodiscard]] int horizontalOffset() const override;
+    [[nodiscard]] int verticalOffset() const override;
+    [[nodiscard]] bool isIndexHidden(const QModelIndex& index) const override;
+    void setSelection(const QRect& rect, QItemSelectionModel::SelectionFlags flags) override;
+    [[nodiscard]] QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
+                                                                       const QEvent* event) const override;
+    [[nodiscard]] QRegion visualRegionForSelection(const QItemSelection& selection) const override;
+
+    void dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight, const QList<int>& roles) override;
+    void rowsInserted(const QModelIndex& parent, int start, int end) override;
+    void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
+    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+
+    void updateGeometries() override;
+    void scrollContentsBy(int dx, int dy) override;
+    void changeEvent(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+
+private:
+    void SetUpHeader();
+    void SetColumnWidths();
+    void FitColumn(int column);
+    void UpdateRowHeight();
+    void UpdateScrollBars();
+    void LinesArrive();
+    void LinesAreRemoved();
+    [[nodiscard]] int RowCount() const;
+    [[nodiscard]] int CellPadding() const;
+
+    void PaintRow(QPainter& painter, int row, const QRect& dirty) const;
+    void PaintCell(QPainter& painter, const QModelIndex& index, const QRect& rect) const;
+    void PaintEmptyText(QPainter& painter) const;
+
+    MessageListModel* mMessages = nullptr;
+    QHeaderView* mHeader;
+    QString mEmptyText;
+    int mRowHeight = 1;
+    bool mUpdatingGeometries = false;
+    bool mFollow = true;  // while lines are unannounced: whether the newest of them counts as selected
+};
+
+}  // namespace fenrik

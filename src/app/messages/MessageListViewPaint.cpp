@@ -1,0 +1,249 @@
+// The geometry of MessageListView and what it paints.
+
+#include "app/messages/MessageListModel.h"
+#include "app/messages/MessageListView.h"
+
+#include <QHeaderView>
+#include <QPaintEvent>
+#include <QPainter>
+#include <QScrollBar>
+#include <QStyleOptionFocusRect>
+
+#include <algorithm>
+#include <limits>
+
+namespace fenrik {
+
+namespace {
+
+/// A distance of many rows as a coordinate; what is farther than a coordinate reaches is off the screen anyway.
+int Pixels(std::int64_t rows, int rowHeight)
+{
+    constexpr std::int64_t kFar = std::numeric_limits<int>::max() / 2;
+    return int(std::clamp(rows * rowHeight, -kFar, kFar));
+}
+
+}  // namespace
+
+int MessageListView::FirstVisibleRow() const
+{
+    return verticalScrollBar()->value();
+}
+
+int MessageListView::WholeRows() const
+{
+    return std::max(1, viewport()->height() / mRowHeight);
+}
+
+int MessageListView::CellPadding() const
+{
+    return style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) + 2;
+}
+
+QRect MessageListView::RowRect(int row) const
+{
+    if (row < 0 || row >= RowCount())
+        return {};
+    const int y = Pixels(std::int64_t(row) - FirstVisibleRow(), mRowHeight);
+    return QRect(0, y, viewport()->width(), mRowHeight);
+}
+
+QRect MessageListView::visualRect(const QModelIndex& index) const
+{
+    if (!index.isValid() || isIndexHidden(index))
+        return {};
+    const QRect row = RowRect(index.row());
+    return QRect(mHeader->sectionViewportPosition(index.column()), row.y(), mHeader->sectionSize(index.column()),
+                 row.height());
+}
+
+QModelIndex MessageListView::indexAt(const QPoint& point) const
+{
+    const int column = mHeader->logicalIndexAt(point.x());
+    if (column < 0 || point.y() < 0)
+        return {};
+    const std::int64_t row = std::int64_t(FirstVisibleRow()) + point.y() / mRowHeight;
+    return row < RowCount() ? model()->index(int(row), column) : QModelIndex();
+}
+
+bool MessageListView::isIndexHidden(const QModelIndex& index) const
+{
+    return mHeader->isSectionHidden(index.column());
+}
+
+int MessageListView::horizontalOffset() const
+{
+    return mHeader->offset();
+}
+
+int MessageListView::verticalOffset() const
+{
+    return Pixels(FirstVisibleRow(), mRowHeight);
+}
+
+void MessageListView::scrollTo(const QModelIndex& index, ScrollHint hint)
+{
+    if (!index.isValid())
+        return;
+    const int row = index.row();
+    const int first = FirstVisibleRow();
+    const int last = first + WholeRows() - 1;
+    const int bottom = row - WholeRows() + 1;  // the first row when `row` is the last
+    if (hint == PositionAtCenter)
+        verticalScrollBar()->setValue(row - WholeRows() / 2);
+    else if (hint == PositionAtTop || (hint == EnsureVisible && row < first))
+        verticalScrollBar()->setValue(row);
+    else if (hint == PositionAtBottom || row > last)
+        verticalScrollBar()->setValue(bottom);
+}
+
+QRegion MessageListView::visualRegionForSelection(const QItemSelection& selection) const
+{
+    QRegion region;
+    const int first = FirstVisibleRow();
+    for (const QItemSelectionRange& range : selection) {
+        const int top = std::max(range.top(), first);
+        const int bottom = std::min(range.bottom(), first + WholeRows());
+        if (range.isValid() && top <= bottom)
+            region += RowRect(top) | RowRect(bottom);
+    }
+    return region;
+}
+
+void MessageListView::dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight, const QList<int>&)
+{
+    const int first = FirstVisibleRow();
+    const int top = std::max(topLeft.row(), first);
+    const int bottom = std::min(bottomRight.row(), first + WholeRows());
+    if (top > bottom)
+        return;
+    QRect cells;
+    for (int column = topLeft.column(); column <= bottomRight.column(); ++column)
+        cells |= visualRect(topLeft.sibling(top, column)) | visualRect(topLeft.sibling(bottom, column));
+    viewport()->update(cells);
+}
+
+void MessageListView::rowsInserted(const QModelIndex& parent, int start, int end)
+{
+    QAbstractItemView::rowsInserted(parent, start, end);
+    UpdateScrollBars();
+    if (start <= FirstVisibleRow() + WholeRows())
+        viewport()->update();
+}
+
+void MessageListView::UpdateRowHeight()
+{
+    constexpr int kMargin = 2;
+    const int icon = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
+    mRowHeight = std::max(fontMetrics().height(), icon) + 2 * kMargin;
+}
+
+void MessageListView::updateGeometries()
+{
+    if (mUpdatingGeometries)
+        return;
+    mUpdatingGeometries = true;
+    UpdateRowHeight();
+    const int height = mHeader->isHidden() ? 0 : std::max(mHeader->minimumHeight(), mHeader->sizeHint().height());
+    setViewportMargins(0, height, 0, 0);
+    const QRect area = viewport()->geometry();
+    mHeader->setGeometry(area.left(), area.top() - height, area.width(), height);
+    mUpdatingGeometries = false;
+
+    // Outside of the guard: a bar that comes or goes resizes the viewport, and the header has to follow.
+    UpdateScrollBars();
+    QAbstractItemView::updateGeometries();
+}
+
+void MessageListView::UpdateScrollBars()
+{
+    verticalScrollBar()->setPageStep(WholeRows());
+    verticalScrollBar()->setRange(0, std::max(0, RowCount() - WholeRows()));
+    horizontalScrollBar()->setSingleStep(mRowHeight);
+    horizontalScrollBar()->setPageStep(viewport()->width());
+    horizontalScrollBar()->setRange(0, std::max(0, mHeader->length() - viewport()->width()));
+}
+
+void MessageListView::scrollContentsBy(int dx, int)
+{
+    if (dx)
+        mHeader->setOffset(horizontalScrollBar()->value());
+    viewport()->update();
+}
+
+void MessageListView::changeEvent(QEvent* event)
+{
+    QAbstractItemView::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
+        doItemsLayout();
+}
+
+void MessageListView::paintEvent(QPaintEvent* event)
+{
+    QPainter painter(viewport());
+    if (RowCount() == 0) {
+        PaintEmptyText(painter);
+        return;
+    }
+    const QRect dirty = event->rect();
+    const int first = FirstVisibleRow() + dirty.top() / mRowHeight;
+    const int last = std::min(RowCount() - 1, FirstVisibleRow() + dirty.bottom() / mRowHeight);
+    for (int row = first; row <= last; ++row) {
+        if (event->region().intersects(RowRect(row)))
+            PaintRow(painter, row, dirty);
+    }
+}
+
+void MessageListView::PaintRow(QPainter& painter, int row, const QRect& dirty) const
+{
+    const QRect rect = RowRect(row);
+    const bool selected = row == SelectedRow();
+    if (selected)
+        painter.fillRect(rect, palette().highlight());
+    else if (row % 2 != 0)
+        painter.fillRect(rect, palette().alternateBase());
+    painter.setPen(palette().color(selected ? QPalette::HighlightedText : QPalette::Text));
+
+    for (int column = 0; column < mHeader->count(); ++column) {
+        const QModelIndex index = model()->index(row, column);
+        const QRect cell = visualRect(index);
+        if (cell.intersects(dirty))
+            PaintCell(painter, index, cell);
+    }
+    if (!hasFocus() || row != currentIndex().row())
+        return;
+    QStyleOptionFocusRect option;
+    option.initFrom(this);
+    option.rect = rect;
+    option.state |= QStyle::State_KeyboardFocusChange;
+    option.backgroundColor = palette().color(selected ? QPalette::Highlight : QPalette::Base);
+    style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter, this);
+}
+
+void MessageListView::PaintCell(QPainter& painter, const QModelIndex& index, const QRect& rect) const
+{
+    QRect inner = rect.adjusted(CellPadding(), 0, -CellPadding(), 0);
+    const QIcon icon = index.data(Qt::DecorationRole).value<QIcon>();
+    if (!icon.isNull()) {
+        const int size = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
+        const QRect place(inner.left(), inner.top() + (inner.height() - size) / 2, size, size);
+        icon.paint(&painter, QStyle::visualRect(layoutDirection(), inner, place));
+        (isRightToLeft() ? inner.adjust(0, 0, -size - CellPadding(), 0) : inner.adjust(size + CellPadding(), 0, 0, 0));
+    }
+    if (inner.width() <= 0)
+        return;
+    const QFontMetrics metrics = painter.fontMetrics();
+    const QString text = metrics.elidedText(index.data().toString(), Qt::ElideRight, inner.width());
+    const int x = isRightToLeft() ? inner.right() + 1 - metrics.horizontalAdvance(text) : inner.left();
+    const int baseline = inner.top() + (inner.height() - metrics.height()) / 2 + metrics.ascent();
+    painter.drawText(x, baseline, text);
+}
+
+void MessageListView::PaintEmptyText(QPainter& painter) const
+{
+    painter.setPen(palette().color(QPalette::PlaceholderText));
+    const QRect area = viewport()->rect().adjusted(CellPadding(), 0, -CellPadding(), 0);
+    painter.drawText(area, Qt::AlignCenter | Qt::TextWordWrap, mEmptyText);
+}
+
+}  // namespace fenrik

@@ -1,0 +1,96 @@
+#pragma once
+
+#include "app/messages/LineKeys.h"
+#include "app/messages/LineNames.h"
+#include "app/messages/MessageRecord.h"
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+namespace fenrik {
+
+/// The lines of the message list, and what of them the views have not been told yet. Lines stand in chunks that never
+/// move, so that growing copies nothing.
+///
+/// Keyed (the compact list), a line with the key of an earlier one replaces it in its place.
+class MessageStore {
+public:
+    using Row = std::uint32_t;
+
+    /// Cells that have changed, of lines that the views know: the same columns in each row of a range.
+    struct Change {
+        Row first = 0;
+        Row last = 0;
+        std::uint8_t columns = 0;  ///< bit n: column n
+
+        friend bool operator==(const Change&, const Change&) = default;
+    };
+
+    [[nodiscard]] LineNames& Names() { return mNames; }
+    [[nodiscard]] const LineNames& Names() const { return mNames; }
+
+    [[nodiscard]] Row Size() const { return mSize; }
+    [[nodiscard]] const MessageRecord& operator[](Row row) const { return mChunks[row >> kShift][row & kMask]; }
+
+    /// The line that was written last; meaningless while Size is 0.
+    [[nodiscard]] Row Newest() const { return mNewest; }
+
+    [[nodiscard]] bool Keyed() const { return mKeyed; }
+
+    /// Turning keys on empties the store: keyed and keyless lines must not mix. Turning them off keeps the lines.
+    void SetKeyed(bool keyed);
+
+    /// The key of a line as text; empty for a line that was written without one.
+    [[nodiscard]] QString KeyText(Row row) const;
+
+    void Put(const MessageRecord& record)
+    {
+        if (!mKeyed) {
+            Append(record);
+            return;
+        }
+        const Row row = mKeys.FindOrAdd(LineKey::Of(record, mNames), mSize);
+        if (row == mSize)
+            Append(record);
+        else
+            Replace(row, record);
+    }
+
+    /// No lines. Names stay.
+    void Clear();
+
+    /// How many lines the views know: the first ones.
+    [[nodiscard]] Row Announced() const { return mAnnounced; }
+    void AnnounceAll() { mAnnounced = mSize; }
+
+    /// What has changed in announced lines since the last call, by row, neighbours with the same columns merged.
+    [[nodiscard]] std::vector<Change> TakeChanges();
+
+private:
+    static constexpr int kShift = 13;
+    static constexpr Row kChunk = Row(1) << kShift;
+    static constexpr Row kMask = kChunk - 1;
+
+    void Append(const MessageRecord& record)
+    {
+        if (mSize >> kShift == mChunks.size())
+            mChunks.push_back(std::make_unique_for_overwrite<MessageRecord[]>(kChunk));
+        mChunks[mSize >> kShift][mSize & kMask] = record;
+        mNewest = mSize++;
+    }
+
+    void Replace(Row row, const MessageRecord& record);
+
+    std::vector<std::unique_ptr<MessageRecord[]>> mChunks;
+    Row mSize = 0;
+    Row mAnnounced = 0;
+    Row mNewest = 0;
+    Row mWithKey = 0;  // the first lines, which were written with a key; all of them while mKeyed
+    bool mKeyed = false;
+    LineNames mNames;
+    LineKeys mKeys;
+    std::vector<Row> mChanged;  // announced rows with unseen cells, each once
+};
+
+}  // namespace fenrik
