@@ -1,12 +1,12 @@
 #include "platform/ComPorts.h"
 
-#include <QCollator>
 #include <QDir>
 #include <QFileInfo>
 #include <QSerialPortInfo>
 
 #include <algorithm>
 #include <map>
+#include <utility>
 
 namespace fenrik {
 
@@ -15,13 +15,20 @@ namespace {
 constexpr int kTransceiverVendor = 0x0403;
 constexpr int kTransceiverProduct = 0x6001;
 
+/// A device's name and the number at its end: "ttyUSB10" comes after "ttyUSB9".
+std::pair<QString, int> OrderOf(const QString& path)
+{
+    qsizetype digits = path.size();
+    while (digits > 0 && path[digits - 1].isDigit())
+        --digits;
+    return {path.left(digits), path.mid(digits).toInt()};
+}
+
 /// The numbers that the system's devices get before any link is looked at.
 std::map<int, SerialDevice> Numbered(QList<SerialDevice> devices)
 {
-    QCollator order(QLocale::c());
-    order.setNumericMode(true);
-    std::sort(devices.begin(), devices.end(), [&order](const SerialDevice& left, const SerialDevice& right) {
-        return order.compare(left.path, right.path) < 0;
+    std::sort(devices.begin(), devices.end(), [](const SerialDevice& left, const SerialDevice& right) {
+        return OrderOf(left.path) < OrderOf(right.path);
     });
 
     std::map<int, SerialDevice> numbered;

@@ -6,6 +6,7 @@
 #include <QStringList>
 
 #include <linux/serial.h>
+#include <poll.h>
 #include <sys/file.h>
 #include <sys/ioctl.h>
 
@@ -100,6 +101,7 @@ void SerialControl::Open()
         throw;
     }
     ClearInput();
+    WatchHangUp();
     const auto count = mFramingErrorCount(mPort.handle());
     mCountsFramingErrors = count.has_value();
     mFramingErrors = count.value_or(0);
@@ -110,6 +112,11 @@ void SerialControl::Open()
 void SerialControl::Close()
 {
     mFramingTimer.stop();
+    if (mHangUp) {
+        // It may be the one that is being delivered.
+        mHangUp->setEnabled(false);
+        mHangUp.release()->deleteLater();
+    }
     if (mPort.isOpen())
         mPort.close();
     ClearInput();
@@ -120,6 +127,17 @@ void SerialControl::LockExclusively()
     // The system's exclusive mode does not hold the administrator off, so a lock says the same to everybody.
     if (::flock(mPort.handle(), LOCK_EX | LOCK_NB) != 0)
         throw Error(ErrorNumber::kPortAlreadyOpen, QStringLiteral("Port already open"));
+}
+
+void SerialControl::WatchHangUp()
+{
+    // A device that was pulled out reads as an endless end of file, which QSerialPort takes for no data.
+    mHangUp = std::make_unique<QSocketNotifier>(mPort.handle(), QSocketNotifier::Exception);
+    connect(mHangUp.get(), &QSocketNotifier::activated, this, [this] {
+        pollfd device{mPort.handle(), 0, 0};
+        if (PortOpen() && ::poll(&device, 1, 0) > 0)
+            LosePort(QStringLiteral("The device was removed"));
+    });
 }
 
 void SerialControl::ApplySettings()
@@ -179,9 +197,14 @@ void SerialControl::TakeInput()
     bytes.truncate(kInputLimit - qMin(mInput.size(), kInputLimit));
     mInput.append(bytes);
     mEventsDue += int(bytes.size());
+    // QSerialPort stays silent until this slot has returned, so the handler runs from a call of its own.
+    QueueDispatch();
+}
+
+void SerialControl::QueueDispatch()
+{
     if (mDispatchQueued)
         return;
-    // QSerialPort stays silent until this slot has returned, so the handler runs from a call of its own.
     mDispatchQueued = true;
     QMetaObject::invokeMethod(this, &SerialControl::Dispatch, Qt::QueuedConnection);
 }
@@ -193,6 +216,9 @@ void SerialControl::Dispatch()
         CheckFramingErrors();
     while (mEventsDue > 0 && InBufferCount() > 0) {
         --mEventsDue;
+        // The handler may wait for the very bytes that came together with this one.
+        if (mEventsDue > 0)
+            QueueDispatch();
         mCommEvent = kEvReceive;
         Q_EMIT OnComm();
     }
@@ -205,10 +231,10 @@ void SerialControl::CheckFramingErrors()
     if (!PortOpen())
         return;
     const std::uint32_t count = mFramingErrorCount(mPort.handle()).value_or(mFramingErrors);
-    // Unsigned, so that a counter that wraps around still gives the difference.
-    std::uint32_t fresh = count - mFramingErrors;
+    // The difference of a counter that wraps around is right still; one that was set back by its driver gives none.
+    auto fresh = std::int32_t(count - mFramingErrors);
     mFramingErrors = count;
-    for (; fresh > 0; --fresh) {
+    for (; fresh > 0 && PortOpen(); --fresh) {
         mCommEvent = kFramingError;
         Q_EMIT OnComm();
     }
@@ -216,9 +242,12 @@ void SerialControl::CheckFramingErrors()
 
 void SerialControl::HandleError(QSerialPort::SerialPortError error)
 {
-    if (error != QSerialPort::ResourceError || !PortOpen())
-        return;
-    const QString reason = mPort.errorString();
+    if (error == QSerialPort::ResourceError && PortOpen())
+        LosePort(mPort.errorString());
+}
+
+void SerialControl::LosePort(const QString& reason)
+{
     Close();
     Q_EMIT PortLost(reason);
 }

@@ -5,10 +5,12 @@
 #include <QByteArray>
 #include <QObject>
 #include <QSerialPort>
+#include <QSocketNotifier>
 #include <QTimer>
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 
 namespace fenrik {
@@ -78,15 +80,19 @@ private:
     void Open();
     void Close();
     void LockExclusively();
+    void WatchHangUp();
     void ApplySettings();
     void TakeInput();
+    void QueueDispatch();
     void Dispatch();
     void CheckFramingErrors();
     void HandleError(QSerialPort::SerialPortError error);
+    void LosePort(const QString& reason);
 
     const ComPorts& mPorts;
     FramingErrorCount mFramingErrorCount;
     QSerialPort mPort;
+    std::unique_ptr<QSocketNotifier> mHangUp;
     QTimer mFramingTimer;
     int mCommPort = 1;
     QString mSettings = QStringLiteral("9600,n,8,1");
