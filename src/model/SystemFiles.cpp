@@ -1,0 +1,66 @@
+#include "model/SystemFiles.h"
+
+#include <QCollator>
+#include <QDir>
+#include <QFile>
+
+#include <algorithm>
+
+namespace fenrik {
+
+namespace {
+
+// Node 2 before node 10: taken by their letters alone, the images of a system of ten nodes would push each other out.
+QFileInfoList ImagesInOrder(const QString& folder, const QString& systemName)
+{
+    QFileInfoList images;
+    const auto files = QDir(folder).entryInfoList(QDir::Files);
+    std::copy_if(files.begin(), files.end(), std::back_inserter(images), [&systemName](const QFileInfo& file) {
+        return file.fileName().startsWith(systemName, Qt::CaseInsensitive) &&
+               file.fileName().endsWith(QStringLiteral(".bin"), Qt::CaseInsensitive) &&
+               file.size() == SystemFiles::kImageSize;
+    });
+
+    QCollator byNumber(QLocale(QLocale::English));  // the C locale knows no numeric mode
+    byNumber.setNumericMode(true);
+    std::sort(images.begin(), images.end(), [&byNumber](const QFileInfo& left, const QFileInfo& right) {
+        return byNumber.compare(left.fileName(), right.fileName()) < 0;
+    });
+    return images;
+}
+
+}  // namespace
+
+SystemFiles::SystemFiles(const QString& folder, const QString& systemName)
+{
+    for (const QFileInfo& image : ImagesInOrder(folder, systemName))
+        ReadImage(image.filePath());
+}
+
+void SystemFiles::ReadImage(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return;
+    const QByteArray head = file.read(4);
+    if (head.size() < 4 || head[2] == 0)
+        return;
+    auto node = std::make_unique<CNode>();
+    node->setNumber(std::uint8_t(head[2]));
+    mNodeCount = std::max(mNodeCount, int(std::uint8_t(head[3])));
+    Place(std::move(node));
+}
+
+void SystemFiles::Place(std::unique_ptr<CNode> node)
+{
+    const QString key = node->key();
+    const int sameNode = mNodes.PositionOf(key);
+    if (const int position = node->number(); position <= mNodes.Count())
+        mNodes.Replace(position, std::move(node), key);
+    else if (sameNode > 0)
+        mNodes.Replace(sameNode, std::move(node), key);
+    else
+        mNodes.Add(std::move(node), key);
+}
+
+}  // namespace fenrik

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "model/CNode.h"
+#include "model/Collection.h"
+
+#include <QString>
+
+namespace fenrik {
+
+/// The memory images of a system's nodes, as they lie in a folder: files of exactly 32,768 bytes named after the
+/// system, "<system>_Node 3.bin". Their positions count from 1:
+///
+///   position  value
+///   3         number of the node
+///   4         number of nodes in the system
+class SystemFiles {
+public:
+    static constexpr qint64 kImageSize = 32768;
+
+    /// Reads what `folder` (with a separator at its end) has of the system. What is no image, can't be read, or
+    /// has no node number is left out in silence.
+    SystemFiles(const QString& folder, const QString& systemName);
+
+    /// A node for each image. An image replaces what stands at the position of its number, or comes last if the
+    /// list is shorter than that; so a later file wins, and the order of the files' names (numbers in them by
+    /// value) matters.
+    [[nodiscard]] Collection<CNode>& Nodes() { return mNodes; }
+
+    /// The largest node count that an image names; 0 without images.
+    [[nodiscard]] int NodeCount() const { return mNodeCount; }
+
+private:
+    void ReadImage(const QString& path);
+    void Place(std::unique_ptr<CNode> node);
+
+    Collection<CNode> mNodes;
+    int mNodeCount = 0;
+};
+
+}  // namespace fenrik
