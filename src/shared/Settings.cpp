@@ -4,6 +4,7 @@
 #include "platform/SettingsStore.h"
 #include "shared/TextFormat.h"
 
+#include <cmath>
 #include <limits>
 #include <variant>
 
@@ -66,26 +67,29 @@ const Key kKeys[] = {
                     .arg(QLatin1String(key.key), QLatin1String(key.section), text));
 }
 
+double ToNumber(const Key& key, const QString& text)
+{
+    bool isNumber = false;
+    const double number = text.toDouble(&isNumber);
+    if (!isNumber || !std::isfinite(number))
+        Mismatch(key, text);
+    return number;
+}
+
 bool ToBoolean(const Key& key, const QString& text)
 {
     if (text.compare(QLatin1String("True"), Qt::CaseInsensitive) == 0)
         return true;
     if (text.compare(QLatin1String("False"), Qt::CaseInsensitive) == 0)
         return false;
-    bool isNumber = false;
-    const int number = text.toInt(&isNumber);
-    if (!isNumber)
-        Mismatch(key, text);
-    return number != 0;
+    return ToNumber(key, text) != 0;
 }
 
 template <typename Integer>
 Integer ToInteger(const Key& key, const QString& text)
 {
-    bool isNumber = false;
-    const qlonglong number = text.trimmed().toLongLong(&isNumber);
-    if (!isNumber)
-        Mismatch(key, text);
+    // A fraction is rounded, a half to the even neighbour.
+    const double number = std::nearbyint(ToNumber(key, text));
     if (number < std::numeric_limits<Integer>::min() || number > std::numeric_limits<Integer>::max())
         throw Error(ErrorNumber::kOverflow, QStringLiteral("Overflow: the setting \"%1\" in [%2] has the value \"%3\"")
                                                 .arg(QLatin1String(key.key), QLatin1String(key.section), text));
