@@ -34,7 +34,7 @@ QByteArray ReadHeader(const QString& path)
     if (!file.open(QIODevice::ReadOnly))
         throw Error(ErrorNumber::kPermissionDenied,
                     QStringLiteral("The database %1 can't be opened: %2").arg(path, file.errorString()));
-    const QByteArray header = file.read(kHeaderSize);
+    QByteArray header = file.read(kHeaderSize);
     if (file.error() != QFileDevice::NoError)
         throw Error(ErrorNumber::kPathFileAccess,
                     QStringLiteral("The database %1 can't be read: %2").arg(path, file.errorString()));
