@@ -73,8 +73,11 @@ start_display() {
     DISPLAY=:$(<"$session/display")
     export DISPLAY
     unset WAYLAND_DISPLAY
-    openbox --sm-disable --config-file "$root/scripts/openbox.xml" >"$session/openbox.log" 2>&1 &
+    rm -f "$session/openbox-ready"
+    openbox --sm-disable --config-file "$root/scripts/openbox.xml" --startup "touch '$session/openbox-ready'" \
+        >"$session/openbox.log" 2>&1 &
     started+=("$!")
+    wait_for 10 test -e "$session/openbox-ready" || die "The window manager does not start; see $session/openbox.log."
 }
 
 start_tool() {
