@@ -1,0 +1,93 @@
+#include "simulator/Options.h"
+
+#include "simulator/PortLink.h"
+#include "simulator/Words.h"
+
+#include <algorithm>
+#include <climits>
+#include <stdexcept>
+
+namespace fenrik {
+
+namespace {
+
+constexpr char kHelp[] = R"(Usage: fenrik-vehicle (--port N | --device-link PATH) [options]
+
+A vehicle of the Fenrik 2000 network on a pseudo-terminal. The tool finds it as a serial port.
+
+  --port N             be COM<N> (1 to 16): makes the link fenrik-diagnostics/ports/com<N> in the
+                       user's configuration home, and removes it at the end
+  --device-link PATH   make this link in its place
+  --scenario FILE      do what the file says (simulator/README.md describes the statements)
+  --log FILE           write what is received and sent, a line for each frame
+  --pace               send no faster than a line of 9600 baud
+  --control            carry out scenario statements from standard input, one a line;
+                       each is answered with "ok" or "error: <reason>"
+  --duration SECONDS   end after this time
+  --seed N             another course of chance (delays, noise, drift); 1 if not given
+  --help               show this text
+
+Prints "ready COM<N> <device>" when the port can be opened. Ends on SIGINT and SIGTERM.
+
+Exit codes: 0 ended as asked; 1 the terminal, the link or a file could not be made or read;
+2 the command line or the scenario is bad.
+)";
+
+int Whole(const std::string& option, const std::string& text, int least, int most)
+{
+    return Words(text).TakeNumber(option, least, most);
+}
+
+struct OptionRow {
+    const char* name;
+    bool hasValue;
+    void (*take)(Options& options, const std::string& value);
+};
+
+const OptionRow kRows[] = {
+    {"--port", true, [](Options& o, const std::string& v) { o.port = Whole("--port", v, 1, 16); }},
+    {"--device-link", true, [](Options& o, const std::string& v) { o.deviceLink = v; }},
+    {"--scenario", true, [](Options& o, const std::string& v) { o.scenario = v; }},
+    {"--log", true, [](Options& o, const std::string& v) { o.log = v; }},
+    {"--pace", false, [](Options& o, const std::string&) { o.paced = true; }},
+    {"--control", false, [](Options& o, const std::string&) { o.control = true; }},
+    {"--duration", true,
+     [](Options& o, const std::string& v) { o.duration = Words(v).TakeDecimal("--duration", 0, 1e9); }},
+    {"--seed", true, [](Options& o, const std::string& v) { o.seed = unsigned(Whole("--seed", v, 0, INT_MAX)); }},
+    {"--help", false, [](Options& o, const std::string&) { o.help = true; }},
+};
+
+}  // namespace
+
+Options Options::Parse(const std::vector<std::string>& arguments)
+{
+    Options options;
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        const auto* row = std::ranges::find_if(kRows, [&](const OptionRow& r) { return arguments[i] == r.name; });
+        if (row == std::end(kRows))
+            throw std::invalid_argument("unknown option " + arguments[i]);
+        if (row->hasValue && i + 1 == arguments.size())
+            throw std::invalid_argument(arguments[i] + " needs a value");
+        row->take(options, row->hasValue ? arguments[++i] : std::string());
+    }
+    if (!options.help && options.port == 0 && options.deviceLink.empty())
+        throw std::invalid_argument("--port or --device-link is needed");
+    return options;
+}
+
+const char* Options::HelpText()
+{
+    return kHelp;
+}
+
+std::string Options::PortName() const
+{
+    return port > 0 ? "COM" + std::to_string(port) : deviceLink.string();
+}
+
+std::filesystem::path Options::LinkPath() const
+{
+    return deviceLink.empty() ? PortLink::ForPort(port) : deviceLink;
+}
+
+}  // namespace fenrik

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace fenrik {
+
+/// What the command line asks for.
+struct Options {
+    int port = 0;                      ///< COM number, 1 to 16; 0: none given
+    std::filesystem::path deviceLink;  ///< in place of the port's own link
+    std::filesystem::path log;
+    std::filesystem::path scenario;
+    bool paced = false;
+    bool control = false;
+    std::optional<double> duration;  ///< seconds
+    unsigned seed = 1;
+    bool help = false;
+
+    /// Throws std::invalid_argument with the reason if the line is bad. `arguments` without the program's name.
+    [[nodiscard]] static Options Parse(const std::vector<std::string>& arguments);
+
+    [[nodiscard]] static const char* HelpText();
+
+    /// "COM5", or the link's path if no number was given.
+    [[nodiscard]] std::string PortName() const;
+    [[nodiscard]] std::filesystem::path LinkPath() const;
+};
+
+}  // namespace fenrik

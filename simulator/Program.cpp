@@ -1,0 +1,160 @@
+#include "simulator/Program.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cmath>
+#include <csignal>
+#include <iostream>
+#include <poll.h>
+#include <stdexcept>
+#include <sys/signalfd.h>
+#include <system_error>
+
+namespace fenrik {
+
+namespace {
+
+constexpr int kLongestWait = 1000;  // milliseconds
+
+}  // namespace
+
+Program::Program(const Options& options, const Scenario& scenario)
+    : mOptions(options), mNodes(scenario.nodes), mLog(mTime, options.log.empty() ? nullptr : &mLogFile),
+      mSimulation(scenario, {options.paced, options.seed}, mTime, *this, mLog, *this), mControlOpen(options.control)
+{
+    CatchSignals();
+    OpenLog();
+    Plug();
+}
+
+void Program::CatchSignals()
+{
+    sigset_t signals;
+    ::sigemptyset(&signals);
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP})
+        ::sigaddset(&signals, signal);
+    ::sigprocmask(SIG_BLOCK, &signals, nullptr);
+    ::signal(SIGPIPE, SIG_IGN);
+    mSignals = FileHandle(::signalfd(-1, &signals, SFD_NONBLOCK | SFD_CLOEXEC));
+    if (!mSignals.Valid())
+        throw std::system_error(errno, std::generic_category(), "signals can't be caught");
+}
+
+void Program::OpenLog()
+{
+    if (mOptions.log.empty())
+        return;
+    mLogFile.open(mOptions.log);
+    if (!mLogFile)
+        throw std::system_error(errno, std::generic_category(), mOptions.log.string());
+}
+
+void Program::Plug()
+{
+    if (mTerminal)
+        return;
+    auto terminal = std::make_unique<Terminal>();
+    mLink = std::make_unique<PortLink>(mOptions.LinkPath(), terminal->Device());
+    mTerminal = std::move(terminal);
+    mLog.Note("ready " + mOptions.PortName() + " " + mTerminal->Device());
+    std::cout << "ready " << mOptions.PortName() << " " << mTerminal->Device() << std::endl;
+}
+
+void Program::Unplug()
+{
+    mLink.reset();
+    mTerminal.reset();
+    mLog.Note("unplugged");
+}
+
+std::size_t Program::Write(std::span<const std::uint8_t> bytes)
+{
+    return mTerminal ? mTerminal->Write(bytes) : 0;
+}
+
+void Program::Run()
+{
+    while (mRunning) {
+        mSimulation.Step();
+        if (mOptions.duration && mTime.Seconds() >= *mOptions.duration)
+            return;
+        if (mRunning)
+            Wait();
+    }
+}
+
+void Program::Wait()
+{
+    const int data = mTerminal ? mTerminal->DataHandle() : -1;
+    const short room = mSimulation.Blocked() ? POLLOUT : 0;
+    // poll passes over the handles that are -1.
+    std::array<pollfd, 4> handles{{{mSignals.Get(), POLLIN, 0},
+                                   {mTerminal ? mTerminal->UsersHandle() : -1, POLLIN, 0},
+                                   {data, short(POLLIN | room), 0},
+                                   {mControlOpen ? STDIN_FILENO : -1, POLLIN, 0}}};
+    if (::poll(handles.data(), handles.size(), WaitMilliseconds()) <= 0)
+        return;
+    if (handles[0].revents != 0)
+        Quit();
+    if (handles[1].revents != 0)
+        NoteUsers();
+    if ((handles[2].revents & POLLIN) != 0)
+        ReadTerminal();
+    if (handles[3].revents != 0)
+        ReadControl();
+}
+
+int Program::WaitMilliseconds() const
+{
+    double due = mSimulation.NextDue();
+    if (mOptions.duration)
+        due = std::min(due, *mOptions.duration);
+    const double milliseconds = std::ceil((due - mTime.Seconds()) * 1000);
+    return int(std::clamp(milliseconds, 0.0, double(kLongestWait)));
+}
+
+void Program::NoteUsers()
+{
+    if (mTerminal->NoteUsers())
+        mLog.Note(mTerminal->Heard() ? "port opened" : "port closed");
+}
+
+void Program::ReadTerminal()
+{
+    // The opening may have been reported after the look at it and before the first byte.
+    NoteUsers();
+    std::array<std::uint8_t, 4096> buffer{};
+    const auto got = mTerminal->Read(buffer);
+    mSimulation.Receive(std::span(buffer).first(got));
+}
+
+void Program::ReadControl()
+{
+    std::array<char, 4096> buffer{};
+    const auto got = ::read(STDIN_FILENO, buffer.data(), buffer.size());
+    if (got <= 0) {
+        mControlOpen = false;
+        return;
+    }
+    mControlText.append(buffer.data(), std::size_t(got));
+    for (auto end = mControlText.find('\n'); end != std::string::npos; end = mControlText.find('\n')) {
+        Control(mControlText.substr(0, end));
+        mControlText.erase(0, end + 1);
+    }
+}
+
+void Program::Control(const std::string& line)
+{
+    try {
+        if (const auto action = ParseAction(line, mNodes)) {
+            mLog.Note("control: " + line);
+            mSimulation.Carry(*action);
+            std::cout << "ok" << std::endl;
+        }
+    } catch (const std::exception& bad) {
+        std::cout << "error: " << bad.what() << std::endl;
+    }
+}
+
+}  // namespace fenrik

@@ -1,0 +1,265 @@
+#include "simulator/Scenario.h"
+
+#include "simulator/SendQueue.h"
+#include "simulator/Vehicle.h"
+#include "simulator/Words.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace fenrik {
+
+namespace {
+
+using Verb = Action::Verb;
+
+constexpr double kLongestTime = 86400;
+constexpr double kShortestInterval = 0.001;
+constexpr int kMaxCount = 1000000;
+constexpr double kLineRate = SendQueue::kBytesPerSecond / double(Frame::kSize);
+
+int TakeNode(Words& words)
+{
+    (void)words.TakeIf("node");
+    return words.TakeNumber("node number", 1, NodeSetup::kMaxNumber);
+}
+
+// send 12 on [true|false] [100]
+void ParseFrame(Words& words, Action& action)
+{
+    action.frame.command = std::uint16_t(words.TakeNumber("command number", 1, 1023));
+    action.frame.state = words.TakeOnOff();
+    action.frame.extended = words.TakeIf("true");
+    if (!action.frame.extended)
+        (void)words.TakeIf("false");
+    if (!words.Empty())
+        action.frame.data = std::uint16_t(words.TakeNumber("data", 0, 65535));
+}
+
+// burst 1000 [of frames | of 12 on false 100]
+void ParseBurst(Words& words, Action& action)
+{
+    action.count = words.TakeNumber("number of frames", 1, kMaxCount);
+    if (!words.TakeIf("of") || words.TakeIf("frames"))
+        return;
+    ParseFrame(words, action);
+}
+
+void ParseNoise(Words& words, Action& action)
+{
+    action.count = words.TakeNumber("number of bytes", 1, kMaxCount);
+}
+
+void ParseNode(Words& words, Action& action)
+{
+    action.node = TakeNode(words);
+}
+
+void ParseFault(Words& words, Action& action)
+{
+    action.node = TakeNode(words);
+    action.count = words.TakeNumber("output number", 1, 32);
+}
+
+void ParseShed(Words& words, Action& action)
+{
+    action.node = TakeNode(words);
+    action.count = words.TakeNumber("level", 0, 255);
+}
+
+// voltage 10.5, voltage auto
+void ParseVoltage(Words& words, Action& action)
+{
+    action.on = !words.TakeIf("auto");
+    if (action.on)
+        action.value = words.TakeDecimal("voltage", 0, 60);
+}
+
+void ParseInput(Words& words, Action& action)
+{
+    action.node = TakeNode(words);
+    action.count = words.TakeNumber("input number", 1, 16);
+    action.on = words.TakeOnOff();
+}
+
+void ParseSilent(Words& words, Action& action)
+{
+    action.node = TakeNode(words);
+    action.on = words.TakeOptionalOnOff();
+}
+
+// answer-delay 20, answer-delay 5 25: milliseconds
+void ParseAnswerDelay(Words& words, Action& action)
+{
+    action.value = words.TakeDecimal("milliseconds", 0, 60000) / 1000;
+    action.value2 = action.value;
+    if (words.Empty())
+        return;
+    action.value2 = words.TakeDecimal("milliseconds", 0, 60000) / 1000;
+    if (action.value2 < action.value)
+        throw std::invalid_argument("the longest delay is shorter than the shortest");
+}
+
+// lose every 3, lose off
+void ParseLose(Words& words, Action& action)
+{
+    if (words.TakeIf("off"))
+        return;
+    if (!words.TakeIf("every"))
+        throw std::invalid_argument("\"every\" and a number, or \"off\", is expected");
+    action.count = words.TakeNumber("number", 1, kMaxCount);
+}
+
+void ParseSwitch(Words& words, Action& action)
+{
+    action.on = words.TakeOptionalOnOff();
+}
+
+// flood, flood 400, flood off
+void ParseFlood(Words& words, Action& action)
+{
+    if (words.TakeIf("off"))
+        return;
+    action.value = words.Empty() ? kLineRate : words.TakeDecimal("frames a second", 1, 100000);
+}
+
+void ParseNothing(Words&, Action&) {}
+
+struct VerbRow {
+    std::string_view word;
+    Verb verb;
+    void (*parse)(Words&, Action&);
+};
+
+constexpr VerbRow kVerbs[] = {
+    {"send", Verb::Send, ParseFrame},       {"burst", Verb::Burst, ParseBurst},
+    {"noise", Verb::Noise, ParseNoise},     {"fault", Verb::Fault, ParseFault},
+    {"shed", Verb::Shed, ParseShed},        {"voltage", Verb::Voltage, ParseVoltage},
+    {"input", Verb::Input, ParseInput},     {"restart", Verb::Restart, ParseNode},
+    {"silent", Verb::Silent, ParseSilent},  {"answer-delay", Verb::AnswerDelay, ParseAnswerDelay},
+    {"lose", Verb::Lose, ParseLose},        {"no-transceiver", Verb::NoTransceiver, ParseSwitch},
+    {"quiet", Verb::Quiet, ParseSwitch},    {"flood", Verb::Flood, ParseFlood},
+    {"unplug", Verb::Unplug, ParseNothing}, {"plug", Verb::Plug, ParseNothing},
+    {"quit", Verb::Quit, ParseNothing},
+};
+
+Action TakeAction(Words& words)
+{
+    const auto word = words.Take("a statement");
+    const auto* row = std::ranges::find(kVerbs, word, &VerbRow::word);
+    if (row == std::end(kVerbs))
+        throw std::invalid_argument("unknown statement \"" + word + "\"");
+    Action action;
+    action.verb = row->verb;
+    row->parse(words, action);
+    words.ExpectEnd();
+    return action;
+}
+
+// node 3 type 2 "Door left" [push] [anonymous] [old]
+void TakeNodeSetup(Words& words, Scenario& scenario)
+{
+    NodeSetup node;
+    node.number = words.TakeNumber("node number", 1, NodeSetup::kMaxNumber);
+    if (!words.TakeIf("type"))
+        throw std::invalid_argument("\"type\" and a number is expected");
+    node.type = words.TakeNumber("type", 0, 255);
+    if (!FindNodeType(node.type))
+        throw std::invalid_argument("there is no node of type " + std::to_string(node.type));
+    if (!words.Empty())
+        node.name = words.Take("name");
+    while (!words.Empty()) {
+        if (words.TakeIf("push"))
+            node.pushes = true;
+        else if (words.TakeIf("anonymous"))
+            node.anonymousPing = true;
+        else if (words.TakeIf("old"))
+            node.oldTypeQuery = true;
+        else
+            words.ExpectEnd();
+    }
+    if (std::ranges::any_of(scenario.nodes, [&](const NodeSetup& other) { return other.number == node.number; }))
+        throw std::invalid_argument("node " + std::to_string(node.number) + " is there already");
+    scenario.nodes.push_back(node);
+}
+
+// The nodes may stand behind the statements that name them, so this comes when all are known.
+void CheckNodes(const Action& action, const std::vector<NodeSetup>& nodes)
+{
+    if (action.node == 0)
+        return;
+    const auto node = std::ranges::find(nodes, action.node, &NodeSetup::number);
+    if (node == nodes.end())
+        throw std::invalid_argument("the vehicle has no node " + std::to_string(action.node));
+    if (action.verb == Verb::Input && action.count > FindNodeType(node->type)->inputs)
+        throw std::invalid_argument("node " + std::to_string(action.node) + " has no input " +
+                                    std::to_string(action.count));
+}
+
+void CheckScheduled(const ScheduledAction& scheduled, const Scenario& scenario)
+{
+    CheckNodes(scheduled.action, scenario.nodes);
+    if (scheduled.when == ScheduledAction::When::At && scenario.repeat > 0 && scheduled.seconds >= scenario.repeat)
+        throw std::invalid_argument("the scenario repeats before this time comes");
+}
+
+void TakeStatement(Words& words, Scenario& scenario, int line)
+{
+    using When = ScheduledAction::When;
+    if (words.TakeIf("node"))
+        return TakeNodeSetup(words, scenario);
+    if (words.TakeIf("repeat")) {
+        scenario.repeat = words.TakeDecimal("seconds", kShortestInterval, kLongestTime);
+        return words.ExpectEnd();
+    }
+    ScheduledAction scheduled;
+    scheduled.line = line;
+    if (words.TakeIf("at")) {
+        scheduled.when = When::At;
+        scheduled.seconds = words.TakeDecimal("seconds", 0, kLongestTime);
+    } else if (words.TakeIf("every")) {
+        scheduled.when = When::Every;
+        scheduled.seconds = words.TakeDecimal("seconds", kShortestInterval, kLongestTime);
+    }
+    scheduled.action = TakeAction(words);
+    scenario.actions.push_back(scheduled);
+}
+
+}  // namespace
+
+Scenario Scenario::Parse(std::istream& in, std::vector<ScenarioProblem>& problems)
+{
+    Scenario scenario;
+    const auto attempt = [&](int line, auto&& work) {
+        try {
+            work();
+        } catch (const std::invalid_argument& bad) {
+            problems.push_back({line, bad.what()});
+        }
+    };
+    std::string line;
+    for (int number = 1; std::getline(in, line); ++number)
+        attempt(number, [&] {
+            Words words(line);
+            if (!words.Empty())
+                TakeStatement(words, scenario, number);
+        });
+    if (scenario.nodes.empty())
+        scenario.nodes = Vehicle::DefaultNodes();
+    for (const auto& scheduled : scenario.actions)
+        attempt(scheduled.line, [&] { CheckScheduled(scheduled, scenario); });
+    std::ranges::stable_sort(problems, {}, &ScenarioProblem::line);
+    return scenario;
+}
+
+std::optional<Action> ParseAction(std::string_view line, const std::vector<NodeSetup>& nodes)
+{
+    Words words(line);
+    if (words.Empty())
+        return std::nullopt;
+    const auto action = TakeAction(words);
+    CheckNodes(action, nodes);
+    return action;
+}
+
+}  // namespace fenrik

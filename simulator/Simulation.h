@@ -1,0 +1,107 @@
+#pragma once
+
+#include "simulator/FrameScanner.h"
+#include "simulator/Scenario.h"
+#include "simulator/Schedule.h"
+#include "simulator/SendQueue.h"
+#include "simulator/Traffic.h"
+#include "simulator/Vehicle.h"
+
+#include <random>
+
+namespace fenrik {
+
+class TimeSource;
+
+/// What a scenario asks of the program around the simulation. Called inside Start, Step and Carry.
+class SimulationHost {
+public:
+    virtual ~SimulationHost() = default;
+    virtual void Unplug() = 0;
+    virtual void Plug() = 0;
+    virtual void Quit() = 0;
+};
+
+/// The vehicle at its line: brings together what nodes answer, what they send by themselves and what the scenario
+/// has them do wrong. Knows no device and no clock of its own; the caller gives it bytes and calls Step when it is due.
+class Simulation {
+public:
+    struct Settings {
+        bool paced = false;
+        unsigned seed = 1;
+    };
+
+    /// The references outlive the simulation.
+    Simulation(const Scenario& scenario, const Settings& settings, const TimeSource& time, SimulatorLine& line,
+               TrafficLog& log, SimulationHost& host);
+
+    /// Bytes from the tool.
+    void Receive(std::span<const std::uint8_t> bytes);
+
+    /// Does what is due by now.
+    void Step();
+
+    /// When Step has something to do (seconds of the time source).
+    [[nodiscard]] double NextDue() const;
+
+    /// True if Step is also to be called when the line has room again.
+    [[nodiscard]] bool Blocked() const { return mQueue.Blocked(); }
+
+    /// Carries out `action` at once.
+    void Carry(const Action& action);
+
+private:
+    using Verb = Action::Verb;
+    static constexpr std::uint8_t kTransceiverAnswer = 138;
+
+    void Handle(const std::vector<Received>& found);
+    void AnswerWake();
+    void Answer(const Frame& question);
+    [[nodiscard]] double AnswerTime();
+    void Send(const Frame& frame);
+    void Send(const std::vector<Frame>& frames);
+    void SendPushed();
+    void Flood(double now);
+    [[nodiscard]] Frame NextFiller();
+
+    void CarryFrame(const Action& action);
+    void CarryBurst(const Action& action);
+    void CarryNoise(const Action& action);
+    void CarryFault(const Action& action);
+    void CarryShed(const Action& action);
+    void CarryVoltage(const Action& action);
+    void CarryInput(const Action& action);
+    void CarryRestart(const Action& action);
+    void CarrySilent(const Action& action);
+    void CarryAnswerDelay(const Action& action);
+    void CarryLose(const Action& action);
+    void CarryNoTransceiver(const Action& action);
+    void CarryQuiet(const Action& action);
+    void CarryFlood(const Action& action);
+    void CarryUnplug(const Action& action);
+    void CarryPlug(const Action& action);
+    void CarryQuit(const Action& action);
+
+    const TimeSource& mTime;
+    TrafficLog& mLog;
+    SimulationHost& mHost;
+    SendQueue mQueue;
+    FrameScanner mScanner;
+    Vehicle mVehicle;
+    Traffic mTraffic;
+    Schedule mSchedule;
+    std::mt19937 mRandom;
+
+    double mShortestDelay = 0.008;  // seconds; a node needs about a frame's time to answer
+    double mLongestDelay = 0.025;
+    double mLastAnswer = 0;  // when the answer last queued leaves
+    int mLoseEvery = 0;
+    int mAnswers = 0;  // since mLoseEvery was set
+    bool mTransceiver = true;
+    bool mQuiet = false;
+    double mFloodRate = 0;  // frames a second
+    double mNextFlood = 0;
+    unsigned mFillers = 0;
+};
+
+}  // namespace fenrik
