@@ -38,8 +38,8 @@ std::uint8_t GetExtendedValue(const QString& caption)
 
 }  // namespace
 
-Composer::Composer(const Services& services, ComposerHost& host, QWidget* parent)
-    : QWidget(parent), mServices(services), mHost(host), mUi(std::make_unique<Ui::Composer>())
+Composer::Composer(const Services& services, QWidget* parent)
+    : QWidget(parent), mServices(services), mUi(std::make_unique<Ui::Composer>())
 {
     mUi->setupUi(this);
     mUi->TxtData->setValidator(new DataValidator(this));
@@ -116,16 +116,16 @@ void Composer::SetSendEnabled(bool enabled)
 
 void Composer::Send()
 {
-    mHost.SetUIState(8);
+    mHost->SetUIState(8);
     Guarded(mServices.errors, "frmmain:cmdSend:Click", [this] {
         if (mUi->CboCategory->currentText() == QLatin1String(kSendByte))
             SendByte();
         else
             SendCommand();
-        mHost.CommandSent();
-        mHost.SelectLastLine();
+        mHost->CommandSent();
+        mHost->SelectLastLine();
     });
-    mHost.SetUIState(4);
+    mHost->SetUIState(4);
     mUi->cmdSend->setFocus();
 }
 
@@ -156,7 +156,7 @@ void Composer::SendCommand()
     if (message.Command >= CommandTable::kSize)
         throw Error(ErrorNumber::kSubscriptOutOfRange, QStringLiteral("Subscript out of range"));
     if (mServices.specials.IsSpecialCommand(message.Command)) {
-        mHost.OpenSpecialCommand(message);
+        mHost->OpenSpecialCommand(message);
         return;
     }
     if (message.Command >= CommandTable::kFirstSubCommand) {
@@ -164,7 +164,7 @@ void Composer::SendCommand()
         message.data = (message.Command - CommandTable::kFirstSubCommand) * 256;
         message.Command = CommandTable::kSubCommandCarrier;
     }
-    if (mHost.IsConnected())
+    if (mHost->IsConnected())
         mServices.handler.SendMessage(message);
 }
 

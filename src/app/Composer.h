@@ -33,8 +33,11 @@ public:
     /// Categories with a meaning of their own, which stand in no catalogue.
     static constexpr const char* kSendByte = "<Send Byte>";
 
-    Composer(const Services& services, ComposerHost& host, QWidget* parent = nullptr);
+    explicit Composer(const Services& services, QWidget* parent = nullptr);
     ~Composer() override;
+
+    /// Before the first click: `host` outlives the clicks.
+    void Attach(ComposerHost& host) { mHost = &host; }
 
     /// Lists the catalogue's categories anew, by the options; `hiddenCategory` is the market's.
     void PopulatecboCategoryList(const QString& hiddenCategory);
@@ -54,7 +57,7 @@ private:
     [[nodiscard]] CMessage ComposedMessage() const;
 
     const Services& mServices;
-    ComposerHost& mHost;
+    ComposerHost* mHost = nullptr;
     std::unique_ptr<Ui::Composer> mUi;
 };
 

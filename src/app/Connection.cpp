@@ -85,9 +85,8 @@ bool Connection::TellPortError(int number, const QString& description)
         mServices.boxes.MsgBox(QStringLiteral("Comm Port %1 does not exist.").arg(port), QMessageBox::Warning);
         return false;
     case ErrorNumber::kSetCommState:
-        mServices.boxes.MsgBox(
-            QStringLiteral("Unable to set Comm State on Comm Port %1 .  Please retry.  ").arg(port),
-            QMessageBox::Warning);
+        mServices.boxes.MsgBox(QStringLiteral("Unable to set Comm State on Comm Port %1 .  Please retry.  ").arg(port),
+                               QMessageBox::Warning);
         return false;
     default:
         throw Error(number, description);
@@ -168,8 +167,7 @@ void Connection::PortWasLost(const QString& reason)
     mServices.handler.setTargetPort(Transport::kNone);
     mHost.setDisplayState(kAnalogView);
     RefreshConnection(false, false);
-    mHost.ShowMessage(
-        QStringLiteral("Comm Port %1 has gone away: %2").arg(mServices.settings.CommPort).arg(reason));
+    mHost.ShowMessage(QStringLiteral("Comm Port %1 has gone away: %2").arg(mServices.settings.CommPort).arg(reason));
 }
 
 }  // namespace fenrik

@@ -53,9 +53,9 @@ void ErrorDialog::ShowError(int number, const QString& description, const QStrin
 QString ErrorDialog::Details(int number, const QString& description, const QString& where) const
 {
     // The file named here is not the one that WriteEntry writes. Users' instructions quote this text, so it stays.
-    return QStringList{DateAndTime(mClock), QStringLiteral(">> Error <%1> %2").arg(number).arg(description), where,
-                       QStringLiteral("Log is located @ %1")
-                           .arg(QDir::toNativeSeparators(mFolder.File(QStringLiteral("Error.log"))))}
+    return QStringList{
+        DateAndTime(mClock), QStringLiteral(">> Error <%1> %2").arg(number).arg(description), where,
+        QStringLiteral("Log is located @ %1").arg(QDir::toNativeSeparators(mFolder.File(QStringLiteral("Error.log"))))}
         .join(QLatin1Char('\n'));
 }
 

@@ -58,7 +58,7 @@ void MMain::LoadSettings()
 bool MMain::LoadCharacterMaps()
 {
     try {
-        mAsciiMap.PopulateAsciiMaps(mEnvironment.folder.File(QStringLiteral("fxmaps.dav")));
+        PopulateAsciiMaps(mAsciiMap, mEnvironment.folder.File(QStringLiteral("fxmaps.dav")));
         return true;
     } catch (const Error&) {
         mBoxes.MsgBox(QStringLiteral("An error occured loading the file <fxmaps.dav>\n"
@@ -70,18 +70,32 @@ bool MMain::LoadCharacterMaps()
 
 bool MMain::OpenMainWindow(frmSplash& splash)
 {
-    const Services services{mSettings, mStore, mRun,   mCommands, mSpecials, mPort,
-                            mHandler,  mLog,   mClock, mPump,     mBoxes,    mShell,
-                            mErrors,   mEnvironment.version, mEnvironment.folder, mPorts};
-    mWindow = std::make_unique<frmDiag>(services, mAsciiMap, *this);
+    const Services services{mSettings,
+                            mStore,
+                            mRun,
+                            mCommands,
+                            mSpecials,
+                            mPort,
+                            mHandler,
+                            mLog,
+                            mClock,
+                            mPump,
+                            mBoxes,
+                            mShell,
+                            mErrors,
+                            mEnvironment.version,
+                            mEnvironment.folder,
+                            mPorts};
+    mWindow = std::make_unique<frmDiag>(services, mAsciiMap, static_cast<ProgramHost&>(*this));
     // Each run starts without a system; the two settings are empty here.
     mWindow->System().LoadSystem(mSettings.SystemName, mSettings.SystemPath, false);
     splash.setInfo(QStringLiteral("Loading the command catalogue..."));
-    mSpecials.LoadSpecialCommands(mEnvironment.folder.File(QStringLiteral("SpecialCommands.dav")), mBoxes);
+    mCatalogue.LoadCommands(mWindow->System().Database());
     if (!mEnding)
-        LoadCatalogue();
+        mSpecials.LoadSpecialCommands(mEnvironment.folder.File(QStringLiteral("SpecialCommands.dav")), mBoxes);
     if (mEnding)
         return false;
+    PopulatecboCategoryList();
     if (mRun.USBTransceiverPort != 0)
         mWindow->setStatus(QStringLiteral("USB Transceiver Detected and Autoselected."));
     if (mSettings.IsLegacyProtocol())
@@ -90,11 +104,9 @@ bool MMain::OpenMainWindow(frmSplash& splash)
     return true;
 }
 
-void MMain::LoadCatalogue()
+void MMain::PopulatecboCategoryList()
 {
-    mCatalogue.LoadCommands(mWindow->System().Database());
-    if (!mEnding)
-        mWindow->PopulatecboCategoryList(mCatalogue.HiddenCategory());
+    mWindow->PopulatecboCategoryList(mCatalogue.HiddenCategory());
 }
 
 void MMain::ChooseDiagLogPath()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/ErrorDialog.h"
+#include "app/ProgramHost.h"
 #include "catalogue/CatalogueHost.h"
 #include "catalogue/CommandCatalogue.h"
 #include "catalogue/SpecialCommands.h"
@@ -29,7 +30,7 @@ class frmSplash;
 
 /// The whole program as one object, made in main(): owns the settings, the command table, the link engine and the main
 /// window, and hands out references. What tests replace comes in by the constructor.
-class MMain : private CatalogueHost {
+class MMain : private CatalogueHost, private ProgramHost {
 public:
     struct Environment {
         ProgramFolder folder;
@@ -50,16 +51,10 @@ public:
     /// Null before Main and if it failed.
     [[nodiscard]] frmDiag* Window() const { return mWindow.get(); }
 
-    /// Reads the catalogue of the system in use, and the category list from it.
-    void LoadCatalogue();
-
-    /// Opens the folder of the message logs in the desktop's file explorer.
-    void ExploreDiagPath();
-
-    /// Writes the settings; the last thing that happens.
-    void SaveAndEnd();
-
 private:
+    void PopulatecboCategoryList() override;
+    void ExploreDiagPath() override;
+    void SaveAndEnd() override;
     void EndProgram() override;
     [[nodiscard]] int SelectedNodeNumber() const override;
 

@@ -16,8 +16,8 @@ struct ButtonRow {
     const char* key;
     const char* text;
     const char* toolTip;
-    int functionKey = 0;       ///< acts on its release, while the window is ready
-    const char* shortcut = ""; ///< acts on its press
+    int functionKey = 0;        ///< acts on its release, while the window is ready
+    const char* shortcut = "";  ///< acts on its press
 };
 
 const ButtonRow kButtons[] = {

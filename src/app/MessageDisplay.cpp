@@ -46,8 +46,7 @@ void MessageDisplay::DisplayMessage(CMessage& message)
             message.Command = CommandTable::kFirstSubCommand + (message.data >> 8 & 0xFF);
 
         const Caption caption = CaptionOf(message);
-        const LineNames::Id name =
-            mList.Intern(caption.text, caption.icon, mServices.commands[message.Command].Name);
+        const LineNames::Id name = mList.Intern(caption.text, caption.icon, mServices.commands[message.Command].Name);
         mList.Add(message, name, mServices.commands.Count(message.Command));
         if (mServices.settings.LoggingOn)
             Log(message);

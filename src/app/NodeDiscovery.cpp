@@ -145,7 +145,7 @@ int NodeDiscovery::PingAll()
 
 void NodeDiscovery::SelectAfterDetection(int earlier, int firstFound)
 {
-    if (earlier >= 1 && earlier <= mSystem.NodesInSystem() && mSystem.Node(earlier)->Active())
+    if (earlier >= 1 && earlier <= mSystem.NodesInSystem() && mSystem.Nodes().Find(earlier)->Active())
         mHost.ClickNode(earlier);
     else if (firstFound > 0)
         mHost.ClickNode(firstFound);
@@ -208,7 +208,7 @@ bool NodeDiscovery::AskForMount(int node)
     if (!reply || reply->State != 1 || (reply->data != node && reply->data != 0))
         return false;
     mSystem.MountNode(std::uint8_t(node));
-    const CNode* mounted = mSystem.Node(node);
+    const CNode* mounted = mSystem.Nodes().Find(node);
     mHost.ShowMessage(QStringLiteral("Node %1 Mounted %2").arg(node).arg(mounted ? mounted->Name() : QString()));
     return true;
 }
@@ -264,7 +264,7 @@ bool NodeDiscovery::VerifyNode(CNode* node, bool force)
     if (!node)
         return false;
     if (!node->Verified() || force) {
-        node->settypeID(std::int16_t(LearnType(*node).value_or(kUnknownType)));
+        node->setTypeID(std::int16_t(LearnType(*node).value_or(kUnknownType)));
         node->setVerified(true);
     }
     return node->typeID() != kUnknownType;

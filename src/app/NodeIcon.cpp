@@ -35,7 +35,8 @@ public:
         font.setPixelSize(int(rect.height() * 0.5));
         font.setBold(true);
         painter->setFont(font);
-        painter->setPen(filled ? QColor(Qt::white) : (disabled ? pen : QGuiApplication::palette().color(QPalette::WindowText)));
+        painter->setPen(filled ? QColor(Qt::white)
+                               : (disabled ? pen : QGuiApplication::palette().color(QPalette::WindowText)));
         painter->drawText(box, Qt::AlignCenter, mNumber);
         painter->restore();
     }

@@ -24,8 +24,8 @@ struct ButtonState {
 
 // Buttons of connected and disconnected. Those that depend on more stand in the refresh routines.
 constexpr ButtonState kButtons[] = {
-    {"Log", false, true},        {"Port", false, true},      {"System", false, true}, {"ConnectUsing", false, true},
-    {"Connect", false, true},    {"Disconnect", true, false}, {"Analog", true, false}, {"Save", true, false},
+    {"Log", false, true},     {"Port", false, true},       {"System", false, true}, {"ConnectUsing", false, true},
+    {"Connect", false, true}, {"Disconnect", true, false}, {"Analog", true, false}, {"Save", true, false},
 };
 
 constexpr const char* kOffWhenDisconnected[] = {"States",           "FlashInfo", "Collision", "OutputDiagnostics",

@@ -9,16 +9,24 @@ namespace fenrik {
 QString LineKey::Text(const MessageRecord& line, const LineNames& names)
 {
     const QString command = QString::number(line.command);
-    if (ByData(line.command))
+    if (LineKey{line.command, 0}.ByData())
         return command + QLatin1Char('D') + QString::number(line.data);
     return command + QStringLiteral("VM") + names[line.name].keyName;
 }
 
 void LineKeys::Clear()
 {
+    mPages.clear();
     mSlots = std::vector<Slot>();
     mUsed = 0;
     mShift = 64;
+}
+
+void LineKeys::AddPage(std::uint32_t page)
+{
+    mPages.resize((LineKey::kLastByData - LineKey::kFirstByData + 1) * kPagedData / kPage);
+    mPages[page] = std::make_unique<Page>();
+    mPages[page]->fill(kFree);
 }
 
 void LineKeys::Grow()
@@ -29,7 +37,7 @@ void LineKeys::Grow()
     for (const Slot& slot : old) {
         if (slot.row == kFree)
             continue;
-        std::size_t at = Home({slot.Key()});
+        std::size_t at = Home(slot.key);
         while (mSlots[at].row != kFree)
             at = (at + 1) & (mSlots.size() - 1);
         mSlots[at] = slot;

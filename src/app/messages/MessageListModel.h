@@ -39,7 +39,7 @@ public:
     /// Of the message, Command must be 0 to 1279. The views learn of it by Flush.
     void Add(const CMessage& message, LineNames::Id name, std::int16_t count)
     {
-        mStore.Put(MessageRecord::Of(message, name, count));
+        mStore.Put(message, name, count);
         if (!mUnseen) {
             mUnseen = true;
             Q_EMIT FlushDue();

@@ -7,7 +7,8 @@
 
 namespace fenrik {
 
-/// One line of the message list as it is kept: numbers only, 24 bytes. Texts are made when a line is painted.
+/// One line of the message list as it is kept: numbers only, 24 bytes. Texts are made when a line is painted. The
+/// fields of a line without a message have no value, so that room for many lines costs nothing before it is used.
 ///
 /// The wire word tells the frame's bytes again, since byte 0 is always 0, the upper half of byte 1 is always 0xA, bytes
 /// 3 and 4 are the low 16 bits of the data and byte 5 is their sum:
@@ -20,29 +21,23 @@ namespace fenrik {
 ///
 /// The command that is shown and the one on the wire differ for sub-commands: 1024 and up travel as 1000.
 struct MessageRecord {
-    std::int64_t time = 0;      ///< Moment::milliseconds
-    std::int32_t data = 0;      ///< as shown; may exceed the 16 bits that travel
-    std::uint32_t name = 0;     ///< of LineNames
-    std::uint16_t command = 0;  ///< as shown, 0 to 1279
-    std::uint16_t wire = 0;     ///< see above
-    std::int16_t count = 0;     ///< the command's counter when the line was written
-    std::uint8_t checkSum = 0;
-    std::uint8_t unseen = 0;  ///< bit n: column n has changed since the views were told
+    std::int64_t time;      ///< Moment::milliseconds
+    std::int32_t data;      ///< as shown; may exceed the 16 bits that travel
+    std::uint32_t name;     ///< of LineNames
+    std::uint16_t command;  ///< as shown, 0 to 1279
+    std::uint16_t wire;     ///< see above
+    std::int16_t count;     ///< the command's counter when the line was written
+    std::uint8_t checkSum;
+    std::uint8_t unseen;  ///< bit n: column n has changed since the views were told
 
     static constexpr std::uint16_t kOn = 1 << 14;
     static constexpr std::uint16_t kThreeWay = 1 << 15;
 
-    [[nodiscard]] static MessageRecord Of(const CMessage& message, std::uint32_t name, std::int16_t count)
+    MessageRecord() = default;
+    MessageRecord(const CMessage& message, std::uint32_t itsName, std::int16_t itsCount)
+        : time(message.time.milliseconds), data(message.data), name(itsName), command(std::uint16_t(message.Command)),
+          wire(WireWord(message)), count(itsCount), checkSum(std::uint8_t(message.CheckSum)), unseen(0)
     {
-        MessageRecord record;
-        record.time = message.time.milliseconds;
-        record.data = message.data;
-        record.name = name;
-        record.command = std::uint16_t(message.Command);
-        record.wire = WireWord(message);
-        record.count = count;
-        record.checkSum = std::uint8_t(message.CheckSum);
-        return record;
     }
 
     [[nodiscard]] bool On() const { return (wire & kOn) != 0; }

@@ -44,15 +44,17 @@ public:
     /// The key of a line as text; empty for a line that was written without one.
     [[nodiscard]] QString KeyText(Row row) const;
 
-    void Put(const MessageRecord& record)
+    /// `name` is of Names, `count` the command's counter.
+    void Put(const CMessage& message, LineNames::Id name, std::int16_t count)
     {
         if (!mKeyed) {
-            Append(record);
+            Append(message, name, count);
             return;
         }
+        const MessageRecord record(message, name, count);
         const Row row = mKeys.FindOrAdd(LineKey::Of(record, mNames), mSize);
         if (row == mSize)
-            Append(record);
+            Append(message, name, count);
         else
             Replace(row, record);
     }
@@ -72,15 +74,38 @@ private:
     static constexpr Row kChunk = Row(1) << kShift;
     static constexpr Row kMask = kChunk - 1;
 
-    void Append(const MessageRecord& record)
+    void Append(const CMessage& message, LineNames::Id name, std::int16_t count)
     {
         if (mSize >> kShift == mChunks.size())
             mChunks.push_back(std::make_unique_for_overwrite<MessageRecord[]>(kChunk));
-        mChunks[mSize >> kShift][mSize & kMask] = record;
+        // Written where it stays: a record that is made elsewhere and copied costs more than all the rest.
+        std::construct_at(&mChunks[mSize >> kShift][mSize & kMask], message, name, count);
         mNewest = mSize++;
     }
 
-    void Replace(Row row, const MessageRecord& record);
+    void Replace(Row row, const MessageRecord& record)
+    {
+        MessageRecord& line = mChunks[row >> kShift][row & kMask];
+        const std::uint8_t before = line.unseen;
+        const std::uint8_t unseen = row < mAnnounced ? before | Difference(line, record) : 0;
+        line = record;
+        line.unseen = unseen;
+        if (!before && unseen)
+            mChanged.push_back(row);
+        mNewest = row;
+    }
+
+    /// The columns in which two lines of one key differ; a bit for each, in the order of the list's columns.
+    static std::uint8_t Difference(const MessageRecord& a, const MessageRecord& b)
+    {
+        const bool data = a.data != b.data;
+        const bool raw = data || ((a.wire ^ b.wire) & ~(MessageRecord::kOn | MessageRecord::kThreeWay)) != 0;
+        // A line without wire bytes shows no time.
+        const bool time = a.time != b.time || a.Form() != b.Form();
+        return std::uint8_t((a.name != b.name) | (a.On() != b.On()) << 1 | (a.ThreeWay() != b.ThreeWay()) << 2 |
+                            data << 3 | (a.checkSum != b.checkSum) << 4 | raw << 5 | time << 6 |
+                            (a.count != b.count) << 7);
+    }
 
     std::vector<std::unique_ptr<MessageRecord[]>> mChunks;
     Row mSize = 0;

@@ -1,0 +1,407 @@
+#include "app/DiagHub.h"
+
+#include "app/DiagPanels.h"
+#include "app/MainMenus.h"
+#include "app/MainToolbar.h"
+#include "app/NodeBars.h"
+#include "app/ProgramHost.h"
+#include "app/StatusLine.h"
+#include "app/frmDiag.h"
+#include "app/messages/MessageListModel.h"
+#include "app/messages/MessageListView.h"
+#include "link/CMsgHandler.h"
+#include "model/CNode.h"
+#include "platform/Boxes.h"
+#include "platform/ProgramFolder.h"
+#include "platform/SerialControl.h"
+#include "platform/VersionInfo.h"
+#include "shared/CommandTable.h"
+#include "shared/ErrorReporter.h"
+#include "shared/EventPump.h"
+#include "shared/RunState.h"
+#include "shared/Settings.h"
+
+#include <QAction>
+
+namespace fenrik {
+
+namespace {
+
+constexpr int kSendSyncMs = 2500;
+constexpr int kAnalogView = 0;
+constexpr int kSyncCommand = 980;
+
+}  // namespace
+
+DiagHub::DiagHub(const Services& services, frmDiag& window, ProgramHost& program)
+    : mServices(services), mWindow(window), mProgram(program), mPorts(services.port, services.handler, *this),
+      mSystem(services.settings, services.folder.Path(), this),
+      mViews(window.ViewPages(), window.Toolbar(), services.pump),
+      mUi({window.Toolbar(), window.Nodes(), window.Menus(), window.CommandComposer(), window.Status()}, mPorts,
+          services.handler, mSystem, *this),
+      mTransceiver(services.port, services.handler, services.pump, services.boxes, services.version, services.settings,
+                   services.run, *this),
+      mDiscovery(services, mPorts, mSystem, *this), mConnection(services, mPorts, mSystem, mTransceiver, *this),
+      mDisplay(services, mSystem, window.Messages(), *this), mPump(services.handler, *this, this)
+{
+    mSendSync.setObjectName(QStringLiteral("TSendSync"));
+    mSendSync.setParent(this);
+    mSendSync.setInterval(kSendSyncMs);
+    connect(&mSendSync, &QTimer::timeout, this, &DiagHub::SendSync);
+    connect(&services.port, &SerialControl::OnComm, this, [this] { mTransceiver.ProcessPortEvent(); });
+    connect(&services.port, &SerialControl::PortLost, this,
+            [this](const QString& reason) { mConnection.PortWasLost(reason); });
+    mServices.handler.setHost(this);
+}
+
+DiagHub::~DiagHub()
+{
+    mServices.handler.setHost(nullptr);
+}
+
+void DiagHub::Load()
+{
+    if (mServices.port.PortOpen())
+        mServices.port.setPortOpen(false);
+    mConnection.RefreshConnection(false, false);
+    mViews.setDisplayState(kAnalogView);
+    setConnectionType(mConnection.ConnectionType());
+    mWindow.Panels().ClearPanel();
+    DrawPanel();
+    mUi.SetUIState(UiState::kReady);
+}
+
+// --- What toolbar and menus ask for --------------------------------------------------------------------------------
+
+void DiagHub::setConnectionType(int type)
+{
+    mServices.settings.ConnectionType = type;
+    mWindow.Toolbar().ShowConnectionMethod(type);
+    mWindow.Menus().ShowConnectionMethod(type);
+}
+
+void DiagHub::DrawPanel()
+{
+    MiscFace& face = mWindow.Panels().Face();
+    face.ShowSync(false);
+    face.ShowCollisionMark(false, "");
+    face.ShowPC(mServices.handler.PCCollisions());
+    face.ShowBC(mServices.handler.BusCollisions());
+    face.ShowNC(false);
+    mWindow.Panels().ShowLoadShed();
+}
+
+void DiagHub::ToggleSendSync()
+{
+    mServices.settings.SendSync = !mServices.settings.SendSync;
+    SetTrafficTimers(mPorts.PortOpenForRx(), mPorts.PortOpenForTx() && mServices.settings.SendSync);
+}
+
+void DiagHub::Clear()
+{
+    mWindow.Messages().Clear();
+    mWindow.Panels().Clear();
+    DrawPanel();
+    ResetPanels();
+    mWindow.Status().setMsg(QString());
+}
+
+void DiagHub::OpenSpecialCommand(const CMessage&)
+{
+    ShowMessage(QStringLiteral("Special commands can't be composed in this version."));
+}
+
+void DiagHub::PressCollision(bool pressed)
+{
+    mWindow.Toolbar().Press(QStringLiteral("Collision"), pressed);
+}
+
+void DiagHub::SelectLastLine()
+{
+    mWindow.MessageList().SelectLast();
+}
+
+void DiagHub::SelectNode(int number)
+{
+    mSystem.SelectNode(std::uint8_t(number));
+    ShowTypeOnButton(number);
+    // The toolkit flips the button on each click; pressed means selected and nothing else.
+    if (QAction* button = mWindow.Nodes().NodeButton(number))
+        button->setChecked(mSystem.SelectedNodeNumber() == number);
+}
+
+void DiagHub::ShowTypeOnButton(int number)
+{
+    const CNode* node = mSystem.Nodes().Find(number);
+    QAction* button = mWindow.Nodes().NodeButton(number);
+    if (node && button && node->typeID() != CNode::kUnknownType)
+        button->setToolTip(node->key() + QLatin1Char('-') + node->TypeName());
+}
+
+void DiagHub::MountSelectedNode()
+{
+    if (!mPorts.PortOpenForTx()) {
+        ShowMessage(QStringLiteral("Could not mount node because access to port is denied."));
+        return;
+    }
+    CNode* node = mSystem.SelectedNode();
+    if (!node)
+        return;
+    SelectLastLine();
+    mDiscovery.MountNode(node->number());
+    if (node->typeID() == CNode::kUnknownType)
+        mDiscovery.VerifyNode(node, false);
+    ShowTypeOnButton(node->number());
+    for (const char* key : {"OutputDiagnostics", "InputDiagnostics"})
+        mWindow.Toolbar().SetEnabled(QLatin1String(key), true);
+}
+
+void DiagHub::UnmountMountedNode()
+{
+    if (mSystem.MountedNodeNumber() == 0)
+        return;
+    SelectLastLine();
+    mDiscovery.UnmountNode(mSystem.MountedNodeNumber());
+    LeaveDisabledView();
+}
+
+void DiagHub::LeaveDisabledView()
+{
+    const QString key = ViewSwitch::GetDisplayStateName(mViews.DisplayState());
+    if (mSystem.MountedNodeNumber() == 0 && !mWindow.Toolbar().IsEnabled(key))
+        mViews.setDisplayState(kAnalogView);
+}
+
+void DiagHub::PingSelectedNode()
+{
+    if (mSystem.SelectedNodeNumber() == 0)
+        return;
+    SelectLastLine();
+    if (mDiscovery.PingNode(mSystem.SelectedNodeNumber()))
+        RefreshCurrentFrame(false);
+}
+
+bool DiagHub::PrepareToClose()
+{
+    if (const CNode* node = mSystem.MountedNode()) {
+        const QString name = node->Name().isEmpty() ? node->key() : node->Name();
+        mDiscovery.UnmountNode(node->number());
+        if (mSystem.MountedNodeNumber() != 0 &&
+            mServices.boxes.MsgBox(name + QStringLiteral(" should be un-mounted before exiting the program.\n"
+                                                         "Exit the program anyway ?"),
+                                   QMessageBox::Question, QMessageBox::Yes | QMessageBox::No) != QMessageBox::Yes)
+            return false;
+    }
+    mPump.setEnabled(false);
+    mSendSync.stop();
+    mWindow.Panels().StopMonitor();
+    if (mServices.port.PortOpen())
+        mServices.port.setPortOpen(false);
+    return true;
+}
+
+// --- LinkHost ------------------------------------------------------------------------------------------------------
+
+bool DiagHub::ModemActive() const
+{
+    return mServices.run.ModemActive;
+}
+
+void DiagHub::sendFrame(int, const QByteArray&)
+{
+    // The remote transport can't be chosen in this version, so the engine has no frame for it.
+}
+
+void DiagHub::CloseModemLink()
+{
+    if (mServices.port.PortOpen())
+        mServices.port.setPortOpen(false);
+}
+
+void DiagHub::ShowPC(int count)
+{
+    mWindow.Panels().Face().ShowPC(count);
+}
+
+void DiagHub::ShowBC(int count)
+{
+    mWindow.Panels().Face().ShowBC(count);
+}
+
+void DiagHub::ShowCollisionMark(bool active, const char* kind)
+{
+    mWindow.Panels().Face().ShowCollisionMark(active, kind);
+}
+
+// --- Hosts of transceiver, connection and discovery ----------------------------------------------------------------
+
+void DiagHub::ShowStatus(const QString& text)
+{
+    mWindow.Status().setStatus(text);
+}
+
+void DiagHub::ShowMessage(const QString& text)
+{
+    mWindow.Status().setMsg(text);
+}
+
+void DiagHub::SetTrafficTimers(bool receive, bool sendSync)
+{
+    mPump.setEnabled(receive);
+    if (!sendSync)
+        mSendSync.stop();
+    else if (!mSendSync.isActive())
+        mSendSync.start();
+    if (!receive) {
+        mWindow.ShowMessageList(true);
+        mWindow.Panels().StopMonitor();
+    }
+}
+
+void DiagHub::ReadPanels()
+{
+    // The count belongs to a mounted node; asking when there is none would only cost silent tries.
+    mWindow.Panels().Face().ShowNC(mSystem.MountedNodeNumber() != 0);
+    mWindow.Panels().ResetLoadShed();
+}
+
+void DiagHub::ResetPanels() {}
+
+void DiagHub::SetToolbarEnabled(bool enabled)
+{
+    mWindow.Toolbar().setEnabled(enabled);
+}
+
+void DiagHub::RefreshNodeActions()
+{
+    mUi.RefreshUINodeBarActions();
+    mUi.RefreshUIToolBarActions();
+}
+
+void DiagHub::ClickNode(int number)
+{
+    SelectNode(number);
+}
+
+// --- PumpHost ------------------------------------------------------------------------------------------------------
+
+void DiagHub::CarrierWasLost()
+{
+    mUi.SetUIState(UiState::kDisconnected);
+    mServices.handler.setTargetPort(Transport::kNone);
+    mConnection.RefreshConnection(false, false);
+    ShowMessage(QStringLiteral("Carrier lost, disconnected"));
+}
+
+void DiagHub::ShowMessageList(bool visible)
+{
+    mWindow.ShowMessageList(visible);
+}
+
+bool DiagHub::TakenByStates(const CMessage&)
+{
+    return false;
+}
+
+void DiagHub::NodeAnnounced(int node)
+{
+    UpdateLoadShed(node * 256);
+    if (mSystem.MountedNodeNumber() == node) {
+        mSystem.UnmountNode();  // it has restarted and knows nothing of a mount any more
+        LeaveDisabledView();
+    }
+    mSystem.ActivateNode(node);
+    mUi.RefreshUINodeBarActions();
+}
+
+// --- LiveViews -----------------------------------------------------------------------------------------------------
+
+void DiagHub::UpdateAnalog(int) {}
+
+void DiagHub::UpdateLoadShed(int data)
+{
+    mWindow.Panels().UpdateLoadShed(data);
+}
+
+void DiagHub::UpdateDiagnostics(const CMessage&) {}
+
+void DiagHub::LightSync()
+{
+    mWindow.Panels().Face().LightSync();
+}
+
+void DiagHub::ShowSync(bool lit)
+{
+    mWindow.Panels().Face().ShowSync(lit);
+}
+
+void DiagHub::SendSync()
+{
+    CMessage sync;
+    sync.Command = kSyncCommand;
+    sync.State = 0;
+    sync.extended = 1;
+    sync.data = 1;
+    LightSync();
+    mServices.handler.SendMessage(sync);
+}
+
+// --- SystemOwner ---------------------------------------------------------------------------------------------------
+
+void DiagHub::SetNodeButtonPressed(const NodeButton& button, bool pressed)
+{
+    mWindow.Nodes().NodeButton(button.number)->setChecked(pressed);
+}
+
+void DiagHub::SetNodeButtonEnabled(const NodeButton& button, bool enabled)
+{
+    mWindow.Nodes().NodeButton(button.number)->setEnabled(enabled);
+}
+
+void DiagHub::SetNodeButtonIcon(const NodeButton& button, const QString& iconKey)
+{
+    mWindow.Nodes().SetIcon(button.number, iconKey);
+}
+
+void DiagHub::RefreshUINodeBarNodes()
+{
+    for (int number = 1; number <= NodeBars::kNodes; ++number) {
+        const CNode* node = number <= mSystem.NodesInSystem() ? mSystem.Nodes().Find(number) : nullptr;
+        QAction* button = mWindow.Nodes().NodeButton(number);
+        mWindow.Nodes().SetIcon(number, node ? node->NodeBarIconName() : QStringLiteral("Blank"));
+        button->setVisible(node != nullptr);
+        button->setEnabled(node && node->Active());
+        button->setToolTip(QStringLiteral("Node %1").arg(number));
+        ShowTypeOnButton(number);
+    }
+    mWindow.Nodes().Second()->setVisible(mSystem.NodesInSystem() > NodeBars::kNodesOfFirstBar);
+    mWindow.Panels().ShowLoadShed();
+}
+
+void DiagHub::AdjustFormCaption()
+{
+    QString caption = VersionInfo::Title();
+    if (mServices.version.IsBeta())
+        caption += QStringLiteral(" (non-released)");
+    else if (mServices.version.IsTest() || mServices.version.IsDebug())
+        caption += QStringLiteral(" (test version)");
+    const QString system = mSystem.Defined() ? mSystem.Name() : mServices.settings.SystemName;
+    if (!system.isEmpty())
+        caption += QStringLiteral(" - ") + system;
+    mWindow.setWindowTitle(caption);
+}
+
+void DiagHub::HandleSelectedNodeChange()
+{
+    RefreshNodeActions();
+    RefreshCurrentFrame(false);
+}
+
+void DiagHub::HandleMountedNodeChange()
+{
+    RefreshNodeActions();
+    if (mSystem.MountedNodeNumber() == 0)
+        mWindow.Panels().SetCollisionMonitor(false);
+}
+
+}  // namespace fenrik

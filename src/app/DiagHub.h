@@ -1,0 +1,157 @@
+#pragma once
+
+#include "app/Composer.h"
+#include "app/Connection.h"
+#include "app/MessageDisplay.h"
+#include "app/MessagePump.h"
+#include "app/NodeDiscovery.h"
+#include "app/PortState.h"
+#include "app/Services.h"
+#include "app/UiState.h"
+#include "app/ViewSwitch.h"
+#include "link/LinkHost.h"
+#include "link/Transceiver.h"
+#include "model/CSystem.h"
+#include "model/SystemOwner.h"
+
+#include <QTimer>
+
+namespace fenrik {
+
+class DiagPanels;
+class frmDiag;
+class ProgramHost;
+
+/// Where the main window's helpers meet: owns them, and is for each of them the small interface through which it asks
+/// the window for something. Nothing is decided here; an operation is a line or two that call whom it belongs to.
+class DiagHub : public QObject,
+                public ComposerHost,
+                private LinkHost,
+                private TransceiverHost,
+                private ConnectionHost,
+                private DiscoveryHost,
+                private PumpHost,
+                private LiveViews,
+                private UiStateHost,
+                private SystemOwner,
+                private RemoteProgress {
+    Q_OBJECT
+
+public:
+    /// `window` is fully laid out; it owns the hub.
+    DiagHub(const Services& services, frmDiag& window, ProgramHost& program);
+    ~DiagHub() override;
+
+    /// The state of a window that was just loaded: disconnected, ready, panels clear.
+    void Load();
+
+    [[nodiscard]] CSystem& System() { return mSystem; }
+    [[nodiscard]] UiState& State() { return mUi; }
+    [[nodiscard]] ViewSwitch& Views() { return mViews; }
+    [[nodiscard]] Connection& Link() { return mConnection; }
+    [[nodiscard]] NodeDiscovery& Discovery() { return mDiscovery; }
+    [[nodiscard]] const PortState& Ports() const { return mPorts; }
+
+    /// ComposerHost
+    void SetUIState(int state) override { mUi.SetUIState(state); }
+    [[nodiscard]] bool IsConnected() const override { return mUi.Connected(); }
+    void OpenSpecialCommand(const CMessage& message) override;
+    void CommandSent() override {}
+    void SelectLastLine() override;
+
+    /// The menu's "Send Artificial Sync" and the sync timer behind it.
+    void ToggleSendSync();
+
+    /// Empties the list and the panels.
+    void Clear();
+
+    void ShowText(const QString& text) { ShowMessage(text); }
+    void PressCollision(bool pressed);
+
+    void setConnectionType(int type);
+    void MountSelectedNode();
+    void UnmountMountedNode();
+    void PingSelectedNode();
+    void SelectNode(int number);
+
+    /// Ends the connection for good when the window closes; false if the user wants to stay.
+    bool PrepareToClose();
+
+private:
+    // LinkHost
+    [[nodiscard]] bool PortOpenForTx() const override { return mPorts.PortOpenForTx(); }
+    [[nodiscard]] bool ModemActive() const override;
+    void DisplayMessage(CMessage& message) override { mDisplay.DisplayMessage(message); }
+    void sendFrame(int type, const QByteArray& payload) override;
+    void CloseModemLink() override;
+    void ShowPC(int count) override;
+    void ShowBC(int count) override;
+    void ShowCollisionMark(bool active, const char* kind) override;
+    void TrafficWaiting() override { mPump.Wake(); }
+
+    // TransceiverHost, ConnectionHost, DiscoveryHost
+    void ShowStatus(const QString& text) override;
+    void ShowMessage(const QString& text) override;
+    void RefreshConnection(bool readPanels, bool detect) override { mConnection.RefreshConnection(readPanels, detect); }
+    void setDisplayState(int state) override { mViews.setDisplayState(state); }
+    void SetTrafficTimers(bool receive, bool sendSync) override;
+    void ReadPanels() override;
+    void ResetPanels() override;
+    void DetectNodes() override { mDiscovery.DetectNodes(); }
+    bool UnmountNode(int node) override { return mDiscovery.UnmountNode(node); }
+    void SetToolbarEnabled(bool enabled) override;
+    [[nodiscard]] bool IsReady() const override { return mUi.Ready(); }
+    void RefreshNodeActions() override;
+    void ClickNode(int number) override;
+    void ResetStates() override {}
+
+    // PumpHost
+    void CarrierWasLost() override;
+    void ShowMessageList(bool visible) override;
+    bool TakenByStates(const CMessage& message) override;
+    void NodeAnnounced(int node) override;
+
+    // LiveViews, UiStateHost
+    void UpdateAnalog(int command) override;
+    void HandlePingResponse(int pingNode, int data) override { mDiscovery.HandlePingResponse(pingNode, data); }
+    void UpdateLoadShed(int data) override;
+    void UpdateDiagnostics(const CMessage& message) override;
+    void LightSync() override;
+    void RefreshCurrentFrame(bool getNewInfo) override { mViews.RefreshCurrentFrame(getNewInfo); }
+    void ShowSync(bool lit) override;
+
+    // SystemOwner
+    void SetNodeButtonPressed(const NodeButton& button, bool pressed) override;
+    void SetNodeButtonEnabled(const NodeButton& button, bool enabled) override;
+    void SetNodeButtonIcon(const NodeButton& button, const QString& iconKey) override;
+    void RefreshUINodeBarNodes() override;
+    void AdjustFormCaption() override;
+    void HandleSelectedNodeChange() override;
+    void HandleMountedNodeChange() override;
+    void GetEmbeddedVersion() override {}
+
+    // RemoteProgress: a relay is never connected in this version.
+    [[nodiscard]] int RemoteState() const override { return 1; }
+
+    /// Draws everything that stands on the small panel.
+    void DrawPanel();
+    void SendSync();
+    void LeaveDisabledView();
+    void ShowTypeOnButton(int number);
+
+    const Services& mServices;
+    frmDiag& mWindow;
+    ProgramHost& mProgram;
+    PortState mPorts;
+    CSystem mSystem;
+    ViewSwitch mViews;
+    UiState mUi;
+    Transceiver mTransceiver;
+    NodeDiscovery mDiscovery;
+    Connection mConnection;
+    MessageDisplay mDisplay;
+    MessagePump mPump;
+    QTimer mSendSync;
+};
+
+}  // namespace fenrik

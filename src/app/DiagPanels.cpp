@@ -1,0 +1,162 @@
+#include "app/DiagPanels.h"
+
+#include "app/DiagHub.h"
+#include "diagnostics/CharacterFace.h"
+#include "diagnostics/OpenGraphics.h"
+#include "diagnostics/PicAnalogDisplay.h"
+#include "diagnostics/PicMiscDisplay.h"
+#include "link/CMsgHandler.h"
+#include "platform/VersionInfo.h"
+
+#include <QLabel>
+#include <QMenu>
+#include <QStackedWidget>
+#include <QVBoxLayout>
+
+namespace fenrik {
+
+namespace {
+
+constexpr int kNodeCollisions = 926;
+constexpr int kValueReply = 950;
+
+/// A page that says in words why there is nothing on it.
+QWidget* WordsPage(const QString& name, const QString& words)
+{
+    auto* page = new QWidget;
+    page->setObjectName(name);
+    auto* layout = new QVBoxLayout(page);
+    auto* label = new QLabel(words);
+    label->setAlignment(Qt::AlignCenter);
+    label->setWordWrap(true);
+    layout->addWidget(label);
+    return page;
+}
+
+QStringList Banner(const VersionInfo& version)
+{
+    return OpenGraphics::BannerLines(version.GetVersionRelease(), version.Build(), version.IsBeta());
+}
+
+}  // namespace
+
+DiagPanels::DiagPanels(const Services& services, const AsciiMap& asciiMap, QStackedWidget& pages, QObject* parent)
+    : QObject(parent), mServices(services), mSheets(asciiMap)
+{
+    AddPages(pages);
+    mGraphics = std::make_unique<Graphics>(mAnalogDisplay->Face());
+    mMiscDisplay = new PicMiscDisplay(mSheets, [this] { return mHub ? mHub->System().NodesInSystem() : 0; });
+    mMiscFace = std::make_unique<MiscFace>(*mMiscDisplay, services.clock, static_cast<NodeCountSource&>(*this));
+    mMiscFace->setParent(this);
+    mLoadshed = std::make_unique<Loadshed>(*mMiscFace);
+    mMonitor = std::make_unique<CollisionMonitor>(static_cast<CollisionHost&>(*this), *mMiscFace, services.errors);
+    mMonitor->setParent(this);
+    mBanner = std::make_unique<OpenGraphics>(*mGraphics, Banner(services.version));
+}
+
+DiagPanels::~DiagPanels() = default;
+
+void DiagPanels::AddPages(QStackedWidget& pages)
+{
+    mAnalogDisplay = new PicAnalogDisplay(mSheets);
+    mFrameOutputs = WordsPage(QStringLiteral("FrameOutputs"), tr("Output diagnostics are not part of this version."));
+    mFrameInputs = WordsPage(QStringLiteral("FrameInputs"), tr("Input diagnostics are not part of this version."));
+    for (QWidget* page : {static_cast<QWidget*>(mAnalogDisplay), mFrameOutputs, mFrameInputs})
+        pages.addWidget(page);
+}
+
+void DiagPanels::Attach(DiagHub& hub, QMenu& menu)
+{
+    mHub = &hub;
+    mMiscDisplay->setMenu(&menu);
+    const auto clear = [this] { mGraphics->ClearFace(); };
+    const auto notYet = [this] {
+        mGraphics->ClearFace();
+        mGraphics->PutTitleLines({QStringLiteral("This view is not part of"), QStringLiteral("this version.")}, true,
+                                 false);
+    };
+    hub.Views().setView(0, {mAnalogDisplay, clear, {}});
+    hub.Views().setView(1, {mAnalogDisplay, notYet, {}});
+    hub.Views().setView(2, {mFrameOutputs, {}, {}});
+    hub.Views().setView(3, {mAnalogDisplay, notYet, {}});
+    hub.Views().setView(4, {mFrameInputs, {}, {}});
+    hub.State().AlsoDisableWhileBusy(mFrameOutputs);
+    hub.State().AlsoDisableWhileBusy(mFrameInputs);
+}
+
+QWidget* DiagPanels::Panel() const
+{
+    return mMiscDisplay;
+}
+
+void DiagPanels::SetCollisionMonitor(bool on)
+{
+    mMonitor->SetCollisionMonitor(on);
+}
+
+void DiagPanels::UpdateLoadShed(int data)
+{
+    mLoadshed->UpdateLoadShed(data, mHub->System().NodesInSystem());
+}
+
+void DiagPanels::ResetLoadShed()
+{
+    mLoadshed->ResetLoadShedArray();
+    ShowLoadShed();
+}
+
+void DiagPanels::ShowLoadShed()
+{
+    mLoadshed->ShowLoadShed(mHub->System().NodesInSystem());
+}
+
+void DiagPanels::ClearPanel()
+{
+    mMiscFace->ClearPanel();
+}
+
+void DiagPanels::Clear()
+{
+    mMiscFace->ClearPanel();
+    mMiscFace->RunOutLamps();
+}
+
+void DiagPanels::TypeBannerOnce()
+{
+    mBanner->Start();
+}
+
+std::optional<int> DiagPanels::AskNodeCount()
+{
+    CMessage question;
+    question.Command = kNodeCollisions;
+    const auto reply = mServices.handler.SendMessageGetReply(question, kValueReply);
+    return reply ? std::optional(int(reply->data)) : std::nullopt;
+}
+
+bool DiagPanels::UIReady() const
+{
+    return mHub->State().Ready();
+}
+
+void DiagPanels::SetUIState(int state)
+{
+    mHub->State().SetUIState(state);
+}
+
+void DiagPanels::setTxtMsg(const QString& text)
+{
+    mHub->ShowText(text);
+}
+
+int DiagPanels::MountedNodeNumber() const
+{
+    return mHub->System().MountedNodeNumber();
+}
+
+void DiagPanels::setCollisionPressed(bool pressed)
+{
+    mHub->PressCollision(pressed);
+}
+
+}  // namespace fenrik

@@ -1,0 +1,87 @@
+#pragma once
+
+#include "diagnostics/CollisionMonitor.h"
+#include "diagnostics/GlyphSheets.h"
+#include "diagnostics/Graphics.h"
+#include "diagnostics/Loadshed.h"
+#include "diagnostics/MiscFace.h"
+
+#include <QObject>
+
+#include <memory>
+
+class QMenu;
+class QStackedWidget;
+
+namespace fenrik {
+
+struct AsciiMap;
+class DiagHub;
+class OpenGraphics;
+class PicAnalogDisplay;
+class PicMiscDisplay;
+struct Services;
+
+/// The instruments of the main window: the pages of the views, and the small panel that is always on screen with its
+/// lamp, counters and load-shed rows. Owns what draws on them.
+class DiagPanels : public QObject, private NodeCountSource, private CollisionHost {
+    Q_OBJECT
+
+public:
+    /// Puts the views' pages into `pages`.
+    DiagPanels(const Services& services, const AsciiMap& asciiMap, QStackedWidget& pages, QObject* parent = nullptr);
+    ~DiagPanels() override;
+
+    /// Before anything is shown: makes the views known to the hub. `menu` opens over the panel.
+    void Attach(DiagHub& hub, QMenu& menu);
+
+    /// The panel; its owner lays it out.
+    [[nodiscard]] QWidget* Panel() const;
+
+    [[nodiscard]] MiscFace& Face() { return *mMiscFace; }
+
+    /// The toolbar's "Collision", and the end of a mount.
+    void SetCollisionMonitor(bool on);
+
+    /// The connection has ended: the monitor asks no more.
+    void StopMonitor() { mMonitor->Stop(); }
+
+    void UpdateLoadShed(int data);
+    void ResetLoadShed();
+    void ShowLoadShed();
+
+    void ClearPanel();
+
+    /// Clears the panel; lamp and mark run out.
+    void Clear();
+
+    void TypeBannerOnce();
+
+private:
+    void AddPages(QStackedWidget& pages);
+
+    // NodeCountSource
+    [[nodiscard]] std::optional<int> AskNodeCount() override;
+
+    // CollisionHost
+    [[nodiscard]] bool UIReady() const override;
+    void SetUIState(int state) override;
+    void setTxtMsg(const QString& text) override;
+    [[nodiscard]] int MountedNodeNumber() const override;
+    void setCollisionPressed(bool pressed) override;
+
+    const Services& mServices;
+    DiagHub* mHub = nullptr;
+    GlyphSheets mSheets;
+    PicAnalogDisplay* mAnalogDisplay = nullptr;  // owned by the pages
+    QWidget* mFrameOutputs = nullptr;
+    QWidget* mFrameInputs = nullptr;
+    std::unique_ptr<Graphics> mGraphics;
+    PicMiscDisplay* mMiscDisplay = nullptr;  // owned by the window's layout
+    std::unique_ptr<MiscFace> mMiscFace;
+    std::unique_ptr<Loadshed> mLoadshed;
+    std::unique_ptr<CollisionMonitor> mMonitor;
+    std::unique_ptr<OpenGraphics> mBanner;
+};
+
+}  // namespace fenrik

@@ -1,0 +1,20 @@
+#pragma once
+
+namespace fenrik {
+
+/// What a main window asks of the program around it.
+class ProgramHost {
+public:
+    virtual ~ProgramHost() = default;
+
+    /// The options of the category list have changed: it is filled anew.
+    virtual void PopulatecboCategoryList() = 0;
+
+    /// Opens the folder of the message logs in the desktop's file explorer.
+    virtual void ExploreDiagPath() = 0;
+
+    /// Writes the settings and ends the program; the last thing that a window does.
+    virtual void SaveAndEnd() = 0;
+};
+
+}  // namespace fenrik

@@ -1,0 +1,105 @@
+#include "app/ToolbarActions.h"
+
+#include "app/DiagHub.h"
+#include "app/DiagPanels.h"
+#include "app/MainMenus.h"
+#include "app/MainToolbar.h"
+#include "app/NodeBars.h"
+#include "app/ProgramHost.h"
+#include "app/frmDiag.h"
+#include "shared/ErrorReporter.h"
+#include "shared/EventPump.h"
+#include "shared/Settings.h"
+
+#include <QAction>
+#include <QHash>
+
+namespace fenrik {
+
+ToolbarActions::ToolbarActions(const Services& services, DiagHub& hub, frmDiag& window, ProgramHost& program)
+    : mServices(services), mHub(hub), mWindow(window), mProgram(program)
+{
+    connect(&window.Toolbar(), &MainToolbar::Clicked, this, &ToolbarActions::Click);
+    connect(&window.Nodes(), &NodeBars::NodeClicked, this, &ToolbarActions::ClickNode);
+    connect(&window.Nodes(), &NodeBars::ActionClicked, this, &ToolbarActions::ClickNodeAction);
+}
+
+void ToolbarActions::Click(const QString& key)
+{
+    mHub.SetUIState(UiState::kBusy);
+    Guarded(mServices.errors, "frmmain:Toolbar:ButtonClick", [this, &key] { Run(key); });
+    mHub.SetUIState(UiState::kReady);
+}
+
+void ToolbarActions::Run(const QString& key)
+{
+    using Action = void (*)(ToolbarActions&);
+    static const QHash<QString, Action> kActions{
+        {QStringLiteral("Connect"), [](ToolbarActions& self) { self.mHub.Link().Connect(); }},
+        {QStringLiteral("Disconnect"), [](ToolbarActions& self) { self.mHub.Link().Disconnect(); }},
+        {QStringLiteral("ConnectUsing"), [](ToolbarActions& self) { self.ConnectUsing(); }},
+        {QStringLiteral("Clear"), [](ToolbarActions& self) { self.mHub.Clear(); }},
+        {QStringLiteral("DetectNodes"), [](ToolbarActions& self) { self.DetectNodes(); }},
+        {QStringLiteral("Collision"), [](ToolbarActions& self) { self.SwitchCollisionMonitor(); }},
+        {QStringLiteral("Refresh"), [](ToolbarActions& self) { self.Refresh(); }},
+        {QStringLiteral("DiagLog"), [](ToolbarActions& self) { self.mProgram.ExploreDiagPath(); }},
+    };
+    if (const int view = ViewSwitch::StateOfName(key); view >= 0)
+        mHub.Views().setDisplayState(view);
+    else if (const Action action = kActions.value(key))
+        action(*this);
+    else
+        NotYet(key);
+}
+
+void ToolbarActions::NotYet(const QString& key)
+{
+    mWindow.setMsg(QStringLiteral("\"%1\" is not part of this version.").arg(mWindow.Toolbar().Button(key)->text()));
+}
+
+void ToolbarActions::ConnectUsing()
+{
+    mHub.setConnectionType(mWindow.Menus().NextConnectionMethod(mHub.Link().ConnectionType()));
+}
+
+void ToolbarActions::DetectNodes()
+{
+    if (mHub.System().MountedNodeNumber() == 0)
+        mHub.Discovery().DetectNodes();
+}
+
+void ToolbarActions::SwitchCollisionMonitor()
+{
+    mWindow.Panels().SetCollisionMonitor(mWindow.Toolbar().Button(QStringLiteral("Collision"))->isChecked());
+}
+
+void ToolbarActions::Refresh()
+{
+    NotYet(QStringLiteral("Refresh"));
+    mHub.Views().RefreshCurrentFrame(true);
+}
+
+void ToolbarActions::ClickNode(int number)
+{
+    mHub.SetUIState(UiState::kBusy);
+    Guarded(mServices.errors,
+            number <= NodeBars::kNodesOfFirstBar ? "frmmain:Nodebar:ButtonClick" : "frmmain:Nodebar17_32:ButtonClick",
+            [this, number] { mHub.SelectNode(number); });
+    mHub.SetUIState(UiState::kReady);
+}
+
+void ToolbarActions::ClickNodeAction(const QString& key)
+{
+    mHub.SetUIState(UiState::kBusy);
+    Guarded(mServices.errors, "frmmain:Nodebar:ButtonClick", [this, &key] {
+        if (key == QLatin1String("Mount"))
+            mHub.MountSelectedNode();
+        else if (key == QLatin1String("Unmount"))
+            mHub.UnmountMountedNode();
+        else
+            mHub.PingSelectedNode();
+    });
+    mHub.SetUIState(UiState::kReady);
+}
+
+}  // namespace fenrik
