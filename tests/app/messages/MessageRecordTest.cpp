@@ -27,7 +27,7 @@ TEST_P(WireForms, AreToldAgainByteForByte)
 {
     const auto [name, command, data, state, extended] = GetParam();
     const CMessage message = Received(command, data, state, extended);
-    const auto record = MessageRecord::Of(message, 7, -3);
+    const MessageRecord record(message, 7, -3);
 
     EXPECT_EQ(record.Bytes(), message.rawBytes);
     EXPECT_EQ(record.Form(), CMessage::RawForm::Received);
@@ -52,7 +52,7 @@ INSTANTIATE_TEST_SUITE_P(Record, WireForms,
 
 TEST(MessageRecord, KeepsDataBeyondWhatTravels)
 {
-    const auto record = MessageRecord::Of(Sent(12, 0x12345), 0, 0);
+    const MessageRecord record(Sent(12, 0x12345), 0, 0);
     EXPECT_EQ(record.data, 0x12345);
     EXPECT_EQ(record.Bytes()[3], 0x23);
     EXPECT_EQ(record.Bytes()[4], 0x45);
@@ -63,7 +63,7 @@ TEST(MessageRecord, OfAMessageThatNeverTravelledHasNoForm)
     CMessage message;
     message.Command = 12;
     message.State = 5;
-    const auto record = MessageRecord::Of(message, 0, 0);
+    const MessageRecord record(message, 0, 0);
     EXPECT_EQ(record.Form(), CMessage::RawForm::None);
     EXPECT_TRUE(record.On());
     EXPECT_FALSE(record.ThreeWay());

@@ -27,8 +27,7 @@ class MessageStoreTest : public testing::Test {
 protected:
     void Put(const CMessage& message, const QString& name = QStringLiteral("Lamp"), int count = 0)
     {
-        store.Put(
-            MessageRecord::Of(message, store.Names().Intern(name, QStringLiteral("On"), name), std::int16_t(count)));
+        store.Put(message, store.Names().Intern(name, QStringLiteral("On"), name), std::int16_t(count));
     }
 
     MessageStore store;
@@ -96,7 +95,7 @@ TEST_F(MessageStoreTest, KeyedByNameIgnoresTextAndIcon)
     store.SetKeyed(true);
     const auto put = [this](const QString& text, const QString& icon) {
         const auto name = store.Names().Intern(text, icon, QStringLiteral("Lamp"));
-        store.Put(MessageRecord::Of(Received(12), name, 0));
+        store.Put(Received(12), name, 0);
     };
     put(QStringLiteral("Lamp (Node 1)"), QStringLiteral("Off"));
     put(QStringLiteral("Lamp (Node 2)"), QStringLiteral("On"));
@@ -212,7 +211,7 @@ TEST_F(Changes, AreOnlyTheCellsThatDiffer)
 TEST_F(Changes, OfANewIconAreTheMessageColumn)
 {
     const auto name = store.Names().Intern(QStringLiteral("Lamp"), QStringLiteral("Analog"), QStringLiteral("Lamp"));
-    store.Put(MessageRecord::Of(Received(12), name, 0));
+    store.Put(Received(12), name, 0);
     EXPECT_THAT(store.TakeChanges(), ElementsAre(Change{2, 2, kMessage}));
 }
 
