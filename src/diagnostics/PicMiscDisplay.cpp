@@ -1,0 +1,88 @@
+#include "diagnostics/PicMiscDisplay.h"
+
+#include "diagnostics/CharacterFace.h"
+#include "diagnostics/Glass.h"
+
+#include <QContextMenuEvent>
+#include <QMenu>
+#include <QMouseEvent>
+#include <QScrollBar>
+#include <QStackedWidget>
+
+namespace fenrik {
+
+namespace {
+
+constexpr QSize kPanel(148, 702);
+constexpr int kNodesOfFirstFace = 16;
+constexpr int kLeastRows = 5;  // lamp, mark and the three counters
+
+}  // namespace
+
+PicMiscDisplay::PicMiscDisplay(const GlyphSheets& sheets, std::function<int()> nodesInSystem, QWidget* parent)
+    : QScrollArea(parent), mNodesInSystem(std::move(nodesInSystem)), mFaces(new QStackedWidget),
+      mFace(AddFace(sheets, QStringLiteral("PicMiscFace"), tr("Click to show nodes 17-32"))),
+      mFace17_32(AddFace(sheets, QStringLiteral("PicMiscFace17_32"), tr("Click to show nodes 1-16")))
+{
+    setObjectName(QStringLiteral("PicMiscDisplay"));
+    setFrameShape(QFrame::NoFrame);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    // A bar would cover the last column.
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    verticalScrollBar()->setSingleStep(Glass::kCellHeight);
+    setFixedWidth(kPanel.width());
+
+    QPalette glass = viewport()->palette();
+    glass.setColor(QPalette::Window, QColor::fromRgb(Glass::kEdge));
+    viewport()->setPalette(glass);
+    mFaces->setFixedSize(kPanel);
+    setWidget(mFaces);
+}
+
+CharacterFace& PicMiscDisplay::AddFace(const GlyphSheets& sheets, const QString& name, const QString& toolTip)
+{
+    auto* face = new CharacterFace(sheets, kPanel, kColumns);
+    face->setObjectName(name);
+    face->setToolTip(toolTip);
+    face->setAccessibleName(tr("Panel"));
+    mFaces->addWidget(face);
+    return *face;
+}
+
+void PicMiscDisplay::setMenu(QMenu* menu)
+{
+    mMenu = menu;
+}
+
+QSize PicMiscDisplay::sizeHint() const
+{
+    return kPanel;
+}
+
+QSize PicMiscDisplay::minimumSizeHint() const
+{
+    return {kPanel.width(), kLeastRows * Glass::kCellHeight + Glass::kMargin};
+}
+
+void PicMiscDisplay::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (event->button() == Qt::LeftButton)
+        SwitchFaces();
+    else if (event->button() == Qt::RightButton && mMenu)
+        mMenu->popup(event->globalPosition().toPoint());
+}
+
+void PicMiscDisplay::contextMenuEvent(QContextMenuEvent* event)
+{
+    // The mouse has opened it already, by its button's release.
+    if (event->reason() != QContextMenuEvent::Mouse && mMenu)
+        mMenu->popup(event->globalPos());
+}
+
+void PicMiscDisplay::SwitchFaces()
+{
+    if (mNodesInSystem() > kNodesOfFirstFace)
+        mFaces->setCurrentIndex(1 - mFaces->currentIndex());
+}
+
+}  // namespace fenrik
