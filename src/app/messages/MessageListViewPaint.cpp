@@ -37,7 +37,7 @@ int MessageListView::WholeRows() const
 
 int MessageListView::CellPadding() const
 {
-    return style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) + 2;
+    return style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) + 1;
 }
 
 QRect MessageListView::RowRect(int row) const
@@ -241,7 +241,10 @@ void MessageListView::PaintCell(QPainter& painter, const QModelIndex& index, con
 
 void MessageListView::PaintEmptyText(QPainter& painter) const
 {
-    painter.setPen(palette().color(QPalette::PlaceholderText));
+    // Not the palette's placeholder colour, which dark themes often leave dark.
+    QColor faint = palette().color(QPalette::Text);
+    faint.setAlphaF(0.6F);
+    painter.setPen(faint);
     const QRect area = viewport()->rect().adjusted(CellPadding(), 0, -CellPadding(), 0);
     painter.drawText(area, Qt::AlignCenter | Qt::TextWordWrap, mEmptyText);
 }
