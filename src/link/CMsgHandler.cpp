@@ -80,9 +80,11 @@ std::optional<CMessage> CMsgHandler::GetMessageReceived()
 void CMsgHandler::CountPCCollision()
 {
     ++mPCCollisions;
-    mHost->ShowCollisionMark(true, kCollisionKind);
-    mHost->ShowPC(mPCCollisions);
     mBytesSinceFrame = 0;
+    Guarded(mErrors, "CMsgHandler:ReceiveMsgByte", [this] {
+        mHost->ShowCollisionMark(true, kCollisionKind);
+        mHost->ShowPC(mPCCollisions);
+    });
 }
 
 void CMsgHandler::TakeFrame()
@@ -232,7 +234,7 @@ void CMsgHandler::WaitForQuietBus()
 {
     // A frame that stops half way holds the sender up for a second and no longer.
     const Moment deadline = mClock.Now().Plus(kBusQuietSeconds);
-    mPump.WaitUntil([this] { return !mReceivingMessage; }, deadline);
+    mPump.WaitUntil([this] { return !mReceivingMessage || !mHost->PortOpenForTx(); }, deadline);
     mReceivingMessage = false;
 }
 
