@@ -57,6 +57,7 @@ vehicle_ready() { grep -q '^ready ' "$session/vehicle.out" || ! running "$vehicl
 
 # start_vehicle ARGUMENT...: the simulator on COM5.
 start_vehicle() {
+    : >"$session/vehicle.out"
     "$bin/fenrik-vehicle" --port 5 --log "$session/vehicle.log" "$@" >"$session/vehicle.out" 2>&1 &
     vehicle=$!
     started+=("$vehicle")
@@ -113,14 +114,14 @@ take_screenshot() { import -window root "$1"; }
 
 tool_ended() { ! running "$tool"; }
 
-# Closes the tool as a user does. A question about saving what was learnt is answered with No. Gives the tool's code.
+# Closes the tool as a user does. A question about saving what was learnt is answered with No.
 close_tool() {
     press ctrl+q
     if ! wait_for 5 tool_ended; then
         press alt+n
         wait_for 10 tool_ended || die "The tool does not close."
     fi
-    wait "$tool"
+    wait "$tool" || { cat "$session/tool.log" >&2; die "The tool has failed."; }
 }
 
 # Number of frames that the tool has written to its logs since it was started.
