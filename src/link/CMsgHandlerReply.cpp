@@ -63,8 +63,7 @@ std::optional<CMessage> CMsgHandler::GetMessageReply()
     std::optional<CMessage> reply;
     Guarded(mErrors, "CMsgHandler:ReplyCommandRecieved", [this, &reply] {
         mReplyAbandoned = false;
-        mPump.WaitFor([this] { return mCommandReply || mReplyAbandoned || !mHost->PortOpenForTx(); },
-                      ReplyTimeout());
+        mPump.WaitFor([this] { return mCommandReply || mReplyAbandoned || !mHost->PortOpenForTx(); }, ReplyTimeout());
         mWaitingForReply = 0;
         if (!mCommandReply)
             return;
