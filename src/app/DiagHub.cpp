@@ -265,7 +265,10 @@ void DiagHub::ReadPanels()
     mWindow.Panels().ResetLoadShed();
 }
 
-void DiagHub::ResetPanels() {}
+void DiagHub::ResetPanels()
+{
+    mWindow.Panels().ResetPanels();
+}
 
 void DiagHub::SetToolbarEnabled(bool enabled)
 {
@@ -316,7 +319,10 @@ void DiagHub::NodeAnnounced(int node)
 
 // --- LiveViews -----------------------------------------------------------------------------------------------------
 
-void DiagHub::UpdateAnalog(int) {}
+void DiagHub::UpdateAnalog(int command)
+{
+    mWindow.Panels().UpdateAnalog(command);
+}
 
 void DiagHub::UpdateLoadShed(int data)
 {

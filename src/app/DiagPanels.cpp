@@ -17,6 +17,7 @@ namespace fenrik {
 
 namespace {
 
+constexpr int kAnalogView = 0;
 constexpr int kNodeCollisions = 926;
 constexpr int kValueReply = 950;
 
@@ -45,6 +46,7 @@ DiagPanels::DiagPanels(const Services& services, const AsciiMap& asciiMap, QStac
 {
     AddPages(pages);
     mGraphics = std::make_unique<Graphics>(mAnalogDisplay->Face());
+    mAnalog = std::make_unique<Analog>(services.commands, *mGraphics);
     mMiscDisplay = new PicMiscDisplay(mSheets, [this] { return mHub ? mHub->System().NodesInSystem() : 0; });
     mMiscFace = std::make_unique<MiscFace>(*mMiscDisplay, services.clock, static_cast<NodeCountSource&>(*this));
     mMiscFace->setParent(this);
@@ -69,13 +71,12 @@ void DiagPanels::Attach(DiagHub& hub, QMenu& menu)
 {
     mHub = &hub;
     mMiscDisplay->setMenu(&menu);
-    const auto clear = [this] { mGraphics->ClearFace(); };
     const auto notYet = [this] {
         mGraphics->ClearFace();
         mGraphics->PutTitleLines({QStringLiteral("This view is not part of"), QStringLiteral("this version.")}, true,
                                  false);
     };
-    hub.Views().setView(0, {mAnalogDisplay, clear, {}});
+    hub.Views().setView(kAnalogView, {mAnalogDisplay, [this] { ShowAnalog(); }, {}});
     hub.Views().setView(1, {mAnalogDisplay, notYet, {}});
     hub.Views().setView(2, {mFrameOutputs, {}, {}});
     hub.Views().setView(3, {mAnalogDisplay, notYet, {}});
@@ -92,6 +93,29 @@ QWidget* DiagPanels::Panel() const
 void DiagPanels::SetCollisionMonitor(bool on)
 {
     mMonitor->SetCollisionMonitor(on);
+}
+
+void DiagPanels::ShowAnalog()
+{
+    mGraphics->ClearFace();
+    mAnalog->RedrawAnalog();
+    if (mAnalog->Empty())
+        mGraphics->PutTitleLines({QStringLiteral("No analog values heard yet")}, true, false);
+}
+
+void DiagPanels::UpdateAnalog(int command)
+{
+    const bool isOpen = mHub->Views().DisplayState() == kAnalogView;
+    if (isOpen && mAnalog->Empty())
+        mGraphics->ClearFace();  // the words that stood for the empty view, or the banner
+    mAnalog->UpdateAnalog(command, isOpen);
+}
+
+void DiagPanels::ResetPanels()
+{
+    mAnalog->ResetAnalogSlots();
+    if (mHub->Views().DisplayState() == kAnalogView)
+        ShowAnalog();
 }
 
 void DiagPanels::UpdateLoadShed(int data)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "diagnostics/Analog.h"
 #include "diagnostics/CollisionMonitor.h"
 #include "diagnostics/GlyphSheets.h"
 #include "diagnostics/Graphics.h"
@@ -46,6 +47,13 @@ public:
     /// The connection has ended: the monitor asks no more.
     void StopMonitor() { mMonitor->Stop(); }
 
+    /// Reads how analog values are written. Throws Error.
+    void GetAnalogCommands(const QString& path) { mAnalog->GetAnalogCommands(path); }
+    void UpdateAnalog(int command);
+
+    /// A connection starts: what was heard before is forgotten.
+    void ResetPanels();
+
     void UpdateLoadShed(int data);
     void ResetLoadShed();
     void ShowLoadShed();
@@ -59,6 +67,7 @@ public:
 
 private:
     void AddPages(QStackedWidget& pages);
+    void ShowAnalog();
 
     // NodeCountSource
     [[nodiscard]] std::optional<int> AskNodeCount() override;
@@ -77,6 +86,7 @@ private:
     QWidget* mFrameOutputs = nullptr;
     QWidget* mFrameInputs = nullptr;
     std::unique_ptr<Graphics> mGraphics;
+    std::unique_ptr<Analog> mAnalog;
     PicMiscDisplay* mMiscDisplay = nullptr;  // owned by the window's layout
     std::unique_ptr<MiscFace> mMiscFace;
     std::unique_ptr<Loadshed> mLoadshed;

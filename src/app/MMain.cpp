@@ -1,5 +1,6 @@
 #include "app/MMain.h"
 
+#include "app/DiagPanels.h"
 #include "app/Services.h"
 #include "app/WaitCursor.h"
 #include "app/frmDiag.h"
@@ -68,6 +69,20 @@ bool MMain::LoadCharacterMaps()
     }
 }
 
+bool MMain::LoadAnalogMaps()
+{
+    try {
+        mWindow->Panels().GetAnalogCommands(mEnvironment.folder.File(QStringLiteral("fxmaps.dav")));
+        return true;
+    } catch (const Error&) {
+        // The file that was read is fxmaps.dav. The text has always named the other one, and support knows it so.
+        mBoxes.MsgBox(QStringLiteral("An error occured loading the file <ncCommands.dav>\n"
+                                     "This program cannot operate with out it and will be shutdown!"),
+                      QMessageBox::Critical);
+        return false;
+    }
+}
+
 bool MMain::OpenMainWindow(frmSplash& splash)
 {
     const Services services{mSettings,
@@ -93,7 +108,7 @@ bool MMain::OpenMainWindow(frmSplash& splash)
     mCatalogue.LoadCommands(mWindow->System().Database());
     if (!mEnding)
         mSpecials.LoadSpecialCommands(mEnvironment.folder.File(QStringLiteral("SpecialCommands.dav")), mBoxes);
-    if (mEnding)
+    if (mEnding || !LoadAnalogMaps())
         return false;
     PopulatecboCategoryList();
     if (mRun.USBTransceiverPort != 0)

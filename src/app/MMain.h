@@ -60,6 +60,7 @@ private:
 
     void LoadSettings();
     bool LoadCharacterMaps();
+    bool LoadAnalogMaps();
     bool OpenMainWindow(frmSplash& splash);
     void ChooseDiagLogPath();
 

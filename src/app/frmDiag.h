@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/Services.h"
+
 #include <QMainWindow>
 
 #include <memory>
@@ -23,7 +25,6 @@ class ProgramHost;
 class StatusLine;
 class ToolbarActions;
 struct AsciiMap;
-struct Services;
 
 /// The main window of Fenrik 2000. Lays the parts out and owns them; what they do is the hub's and its helpers' matter.
 ///
@@ -70,7 +71,7 @@ private:
     void ShowListMenu(const QPoint& place);
     void TakeLineOver(int row);
 
-    const Services& mServices;
+    const Services mServices;  // the parts below refer to this one
     ProgramHost& mProgram;
     MainToolbar* mToolbar = nullptr;
     MainMenus* mMenus = nullptr;

@@ -23,7 +23,7 @@ constexpr std::array<int, kFields> kColumns{1, 28, 35, 42, 52, 62, 80, 93};
 constexpr int kNameWidth = 27;
 constexpr int kNumberWidth = 5;
 
-const Fields kTitles{QStringLiteral("Command"),   QStringLiteral("Data"), QStringLiteral("State"),
+const Fields kTitles{QStringLiteral("Command"),   QStringLiteral("Data"),     QStringLiteral("State"),
                      QStringLiteral("Extended"),  QStringLiteral("CheckSum"), QStringLiteral("RAW"),
                      QStringLiteral("TimeStamp"), QStringLiteral("DateStamp")};
 
