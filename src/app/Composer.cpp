@@ -14,6 +14,12 @@
 
 #include "ui_Composer.h"
 
+#include <QKeyEvent>
+
+#include <QKeyEvent>
+
+#include <algorithm>
+
 namespace fenrik {
 
 namespace {
@@ -36,6 +42,14 @@ std::uint8_t GetExtendedValue(const QString& caption)
     return caption.compare(kTrue, Qt::CaseInsensitive) == 0 ? 1 : 0;
 }
 
+/// Keys of line editing that the toolbar has for itself, as Ctrl+K for "Connect".
+bool IsEditorHabit(const QKeyEvent& event)
+{
+    constexpr int kHabits[] = {Qt::Key_D, Qt::Key_E, Qt::Key_H, Qt::Key_K, Qt::Key_U};
+    return event.modifiers() == Qt::ControlModifier &&
+           std::find(std::begin(kHabits), std::end(kHabits), event.key()) != std::end(kHabits);
+}
+
 }  // namespace
 
 Composer::Composer(const Services& services, QWidget* parent)
@@ -43,6 +57,9 @@ Composer::Composer(const Services& services, QWidget* parent)
 {
     mUi->setupUi(this);
     mUi->TxtData->setValidator(new DataValidator(this));
+    mUi->TxtData->installEventFilter(this);
+    mUi->CboCategory->installEventFilter(this);
+    mUi->CboCommand->installEventFilter(this);
     SetUpButtons();
 }
 
@@ -50,6 +67,8 @@ Composer::~Composer() = default;
 
 void Composer::SetUpButtons()
 {
+    mUi->CboCategory->installEventFilter(this);
+    mUi->CboCommand->installEventFilter(this);
     connect(mUi->CboCategory, &QComboBox::currentTextChanged, this, &Composer::ShowCategory);
     connect(mUi->cmdState, &QPushButton::clicked, this, [this] { Toggle(true); });
     connect(mUi->cmdExtended, &QPushButton::clicked, this, [this] { Toggle(false); });
@@ -58,6 +77,20 @@ void Composer::SetUpButtons()
         mUi->cmdSend->setFocus();
         mUi->cmdSend->click();
     });
+}
+
+bool Composer::eventFilter(QObject* watched, QEvent* event)
+{
+    const bool isField = watched == mUi->TxtData;
+    if (event->type() == QEvent::KeyPress && !isField && static_cast<QKeyEvent*>(event)->key() == Qt::Key_F4) {
+        event->ignore();  // the toolkit would open the list, and F4 clears the window
+        return true;
+    }
+    if (event->type() == QEvent::ShortcutOverride && isField && IsEditorHabit(*static_cast<QKeyEvent*>(event))) {
+        event->ignore();
+        return true;
+    }
+    return QWidget::eventFilter(watched, event);
 }
 
 void Composer::PopulatecboCategoryList(const QString& hiddenCategory)
@@ -168,14 +201,30 @@ void Composer::SendCommand()
         mServices.handler.SendMessage(message);
 }
 
-void Composer::ShowMessage(const CMessage& message)
+bool Composer::ShowMessage(const CMessage& message)
 {
     const CommandEntry& entry = mServices.commands[message.Command];
+    // Without its category the values would stand beside another command, ready to be sent.
+    if (mUi->CboCategory->findText(entry.Category, Qt::MatchExactly | Qt::MatchCaseSensitive) < 0)
+        return false;
     mUi->CboCategory->setCurrentText(entry.Category);
     mUi->CboCommand->setCurrentText(entry.Name);
     mUi->cmdState->setText(message.State ? kOn : kOff);
     mUi->cmdExtended->setText(message.extended ? kTrue : kFalse);
     mUi->TxtData->setText(mServices.settings.HexData ? HexData(message.data) : QString::number(message.data));
+    if (mServices.specials.IsSpecialCommand(message.Command))
+        mHost->OpenSpecialCommand(message);
+    return true;
+}
+
+bool Composer::eventFilter(QObject* watched, QEvent* event)
+{
+    // The lists would open on F4 and keep its release, which is the window's key for "Clear".
+    if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_F4) {
+        event->ignore();
+        return true;
+    }
+    return QWidget::eventFilter(watched, event);
 }
 
 }  // namespace fenrik

@@ -42,10 +42,17 @@ public:
     /// Lists the catalogue's categories anew, by the options; `hiddenCategory` is the market's.
     void PopulatecboCategoryList(const QString& hiddenCategory);
 
-    /// Takes a line of the message list over for sending it again.
-    void ShowMessage(const CMessage& message);
+    /// Takes a line of the message list over for sending it again; a special command opens its window. False, and
+    /// nothing is taken, if the lists don't offer the command.
+    bool ShowMessage(const CMessage& message);
 
     void SetSendEnabled(bool enabled);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void SetUpButtons();
