@@ -12,7 +12,7 @@ namespace fenrik {
 namespace {
 
 constexpr double kAnnouncementSeconds = 0.05;
-constexpr std::string_view kStarter = "Engine Start";
+constexpr std::string_view kStarter = "Engine Crank Request";
 constexpr std::string_view kEngine = "Engine Running";
 
 }  // namespace
