@@ -1,0 +1,54 @@
+#include "simulator/Options.h"
+
+#include <gmock/gmock.h>
+#include <stdexcept>
+
+namespace fenrik {
+namespace {
+
+TEST(SimulatorOptions, AllOfThemAreTaken)
+{
+    const auto options = Options::Parse({"--port", "5", "--scenario", "a.txt", "--log", "b.txt", "--pace", "--control",
+                                         "--duration", "2.5", "--seed", "7"});
+    EXPECT_EQ(options.port, 5);
+    EXPECT_EQ(options.scenario, "a.txt");
+    EXPECT_EQ(options.log, "b.txt");
+    EXPECT_TRUE(options.paced);
+    EXPECT_TRUE(options.control);
+    EXPECT_EQ(options.duration, 2.5);
+    EXPECT_EQ(options.seed, 7u);
+    EXPECT_EQ(options.PortName(), "COM5");
+}
+
+TEST(SimulatorOptions, ALinkMayTakeThePlaceOfAPort)
+{
+    const auto options = Options::Parse({"--device-link", "/somewhere/bus"});
+    EXPECT_EQ(options.LinkPath(), "/somewhere/bus");
+    EXPECT_EQ(options.PortName(), "/somewhere/bus");
+}
+
+TEST(SimulatorOptions, HelpNeedsNothingElseAndNamesEveryOption)
+{
+    EXPECT_TRUE(Options::Parse({"--help"}).help);
+    for (const char* option :
+         {"--port", "--device-link", "--scenario", "--log", "--pace", "--control", "--duration", "--seed", "--help"})
+        EXPECT_THAT(Options::HelpText(), testing::HasSubstr(option));
+}
+
+class BadOptions : public testing::TestWithParam<std::vector<std::string>> {};
+
+TEST_P(BadOptions, AreRefused)
+{
+    EXPECT_THROW((void)Options::Parse(GetParam()), std::invalid_argument);
+}
+
+INSTANTIATE_TEST_SUITE_P(SimulatorOptions, BadOptions,
+                         testing::Values(std::vector<std::string>{}, std::vector<std::string>{"--port"},
+                                         std::vector<std::string>{"--port", "0"},
+                                         std::vector<std::string>{"--port", "17"},
+                                         std::vector<std::string>{"--port", "x"},
+                                         std::vector<std::string>{"--port", "5", "--duration", "-1"},
+                                         std::vector<std::string>{"--port", "5", "--fast"}));
+
+}  // namespace
+}  // namespace fenrik
