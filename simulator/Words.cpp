@@ -16,7 +16,8 @@ namespace {
 
 std::string Quoted(std::string_view text)
 {
-    return "\"" + std::string(text) + "\"";
+    // In this form because GCC 12, optimising, sees an overlap in "\"" + std::string(text) that is not there.
+    return std::string("\"").append(text).append("\"");
 }
 
 std::string Readable(double number)
