@@ -82,8 +82,9 @@ void Composer::SetUpButtons()
 bool Composer::eventFilter(QObject* watched, QEvent* event)
 {
     const bool isField = watched == mUi->TxtData;
+    // The lists would open on F4 and keep its release, which is the window's key for "Clear".
     if (event->type() == QEvent::KeyPress && !isField && static_cast<QKeyEvent*>(event)->key() == Qt::Key_F4) {
-        event->ignore();  // the toolkit would open the list, and F4 clears the window
+        event->ignore();
         return true;
     }
     if (event->type() == QEvent::ShortcutOverride && isField && IsEditorHabit(*static_cast<QKeyEvent*>(event))) {
@@ -215,16 +216,6 @@ bool Composer::ShowMessage(const CMessage& message)
     if (mServices.specials.IsSpecialCommand(message.Command))
         mHost->OpenSpecialCommand(message);
     return true;
-}
-
-bool Composer::eventFilter(QObject* watched, QEvent* event)
-{
-    // The lists would open on F4 and keep its release, which is the window's key for "Clear".
-    if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_F4) {
-        event->ignore();
-        return true;
-    }
-    return QWidget::eventFilter(watched, event);
 }
 
 }  // namespace fenrik

@@ -51,9 +51,6 @@ public:
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
-protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
 private:
     void SetUpButtons();
     void ShowCategory(const QString& category);
