@@ -56,16 +56,17 @@ void MessageDisplay::DisplayMessage(CMessage& message)
 bool MessageDisplay::RouteToViews(const CMessage& message)
 {
     const int command = message.Command;
-    if (mServices.commands.AnalogCommand(command)) {
+    const bool analog = mServices.commands.AnalogCommand(command);
+    if (analog) {
         mServices.commands[command].LastValue = message.data;
         mViews.UpdateAnalog(command);
-        return true;
     }
+    // A catalogue may call any command analog; those below keep their meaning all the same.
     switch (command) {
     case kPingReply:
         mViews.HandlePingResponse(0, message.data);
         mViews.RefreshCurrentFrame(false);
-        return false;
+        return analog;
     case kLoadShed:
         mViews.UpdateLoadShed(message.data);
         return true;
@@ -74,11 +75,11 @@ bool MessageDisplay::RouteToViews(const CMessage& message)
             mViews.UpdateDiagnostics(message);
             mViews.RefreshCurrentFrame(false);
         }
-        return false;
+        return analog;
     case kNodeType:
-        return message.data != 0;
+        return analog || message.data != 0;
     default:
-        return command >= kFirstInternal && command <= kLastInternal;
+        return analog || (command >= kFirstInternal && command <= kLastInternal);
     }
 }
 

@@ -185,8 +185,10 @@ bool NodeDiscovery::MountNode(int node)
         mounted = mSystem.MountedNodeNumber() == 0 && AskForMount(node);
         if (mounted)
             return;
-        mHost.ShowMessage(QStringLiteral("Unable to mount Node %1").arg(node));
         mLastNode = node;
+        // A port that has gone away meanwhile has told its own reason.
+        if (mPorts.PortOpenForTx())
+            mHost.ShowMessage(QStringLiteral("Unable to mount Node %1").arg(node));
     });
     return mounted;
 }
@@ -229,7 +231,7 @@ bool NodeDiscovery::UnmountNode(int node)
         if (unmounted) {
             mSystem.UnmountNode();
             mHost.ShowMessage(QStringLiteral("Node %1 Unmounted").arg(node));
-        } else {
+        } else if (mPorts.PortOpenForTx()) {
             mHost.ShowMessage(QStringLiteral("Unable to release mount on Node %1").arg(node));
         }
         if (node == mLastNode)

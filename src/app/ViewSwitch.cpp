@@ -59,10 +59,11 @@ void ViewSwitch::setDisplayState(int state)
 
 void ViewSwitch::RefreshCurrentFrame(bool getNewInfo)
 {
-    const WaitCursor hourglass;
     const View& view = mViews[std::size_t(mState)];
-    if (view.refresh)
-        view.refresh(getNewInfo);
+    if (!view.refresh)
+        return;
+    const WaitCursor hourglass;
+    view.refresh(getNewInfo);
 }
 
 }  // namespace fenrik

@@ -13,6 +13,7 @@
 #include "app/messages/MessageListModel.h"
 #include "app/messages/MessageListView.h"
 #include "platform/VersionInfo.h"
+#include "shared/CommandTable.h"
 #include "shared/EventPump.h"
 #include "shared/Settings.h"
 
@@ -166,7 +167,9 @@ void frmDiag::TakeLineOver(int row)
     message.State = line.On() ? 1 : 0;
     message.extended = line.ThreeWay() ? 1 : 0;
     message.data = line.data;
-    mComposer->ShowMessage(message);
+    if (!mComposer->ShowMessage(message))
+        setMsg(QStringLiteral("\"%1\" is in a category that is not listed.")
+                   .arg(mServices.commands.FriendlyName(message.Command)));
 }
 
 void frmDiag::keyReleaseEvent(QKeyEvent* event)
