@@ -109,10 +109,12 @@ void MiscFace::ShowCollisionMark(bool active, const char* kind)
 void MiscFace::EndMark()
 {
     const auto since = mClock.Now().milliseconds - mLastCollision.milliseconds;
-    if (since >= 0 && since < kMarkMilliseconds)
+    if (since >= 0 && since < kMarkMilliseconds) {
         mAniCollision.start(int(kMarkMilliseconds - since));
-    else
-        ShowCollisionMark(false, "");
+        return;
+    }
+    mAniCollision.setInterval(kMarkMilliseconds);
+    ShowCollisionMark(false, "");
 }
 
 void MiscFace::RunOutLamps()

@@ -75,6 +75,7 @@ TEST_F(MiscFaceTest, AnotherCollisionBeginsTheTwoSecondsAnew)
     clock.Advance(1.5);
     Fire(Timer("TAniCollision"));
     EXPECT_EQ(Line(2), "->    <-");
+    EXPECT_EQ(Timer("TAniCollision").interval(), 2000);
 }
 
 TEST_F(MiscFaceTest, AClockThatIsSetBackDoesNotKeepTheMark)
