@@ -131,6 +131,7 @@ void DiagPanels::ResetLoadShed()
 
 void DiagPanels::ShowLoadShed()
 {
+    mMiscDisplay->NodesChanged();
     mLoadshed->ShowLoadShed(mHub->System().NodesInSystem());
 }
 

@@ -79,6 +79,12 @@ void PicMiscDisplay::contextMenuEvent(QContextMenuEvent* event)
         mMenu->popup(event->globalPos());
 }
 
+void PicMiscDisplay::NodesChanged()
+{
+    if (mNodesInSystem() <= kNodesOfFirstFace)
+        mFaces->setCurrentIndex(0);
+}
+
 void PicMiscDisplay::SwitchFaces()
 {
     if (mNodesInSystem() > kNodesOfFirstFace)

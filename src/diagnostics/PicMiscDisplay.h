@@ -31,6 +31,9 @@ public:
     /// The menu of the right button; its owner keeps it and sets its check marks when it is about to show.
     void setMenu(QMenu* menu);
 
+    /// The number of nodes has changed: a system without nodes from 17 up shows the first picture.
+    void NodesChanged();
+
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
 

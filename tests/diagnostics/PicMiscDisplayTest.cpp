@@ -43,6 +43,18 @@ TEST_F(PicMiscDisplayTest, ASystemOf16NodesNeverChangesThePicture)
     EXPECT_TRUE(face.isVisible());
 }
 
+TEST_F(PicMiscDisplayTest, ASmallerSystemGetsItsNodesBackOnScreen)
+{
+    nodesInSystem = 32;
+    QTest::mouseClick(&Shown(), Qt::LeftButton);
+    nodesInSystem = 17;
+    display.NodesChanged();
+    EXPECT_TRUE(face17.isVisible());
+    nodesInSystem = 8;
+    display.NodesChanged();
+    EXPECT_TRUE(face.isVisible());
+}
+
 TEST_F(PicMiscDisplayTest, OtherButtonsDoNotChangeThePicture)
 {
     QTest::mouseClick(&Shown(), Qt::MiddleButton);
