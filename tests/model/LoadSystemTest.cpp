@@ -65,7 +65,7 @@ TEST_P(NoSystems, GiveTheNodesOfTheSettings)
 }
 
 INSTANTIATE_TEST_SUITE_P(LoadSystem, NoSystems,
-                         testing::Values(NoSystem{"NoName", "", "/tmp"}, NoSystem{"NoPath", "Bus", ""},
+                         testing::Values(NoSystem{"NoName", "", "/systems"}, NoSystem{"NoPath", "Bus", ""},
                                          NoSystem{"Neither", "", ""}),
                          [](const auto& row) { return row.param.name; });
 
