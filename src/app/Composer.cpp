@@ -87,6 +87,11 @@ bool Composer::eventFilter(QObject* watched, QEvent* event)
         event->ignore();
         return true;
     }
+    // The field would keep the release of every key, also of the window's function keys.
+    if (event->type() == QEvent::KeyRelease && isField) {
+        event->ignore();
+        return true;
+    }
     if (event->type() == QEvent::ShortcutOverride && isField && IsEditorHabit(*static_cast<QKeyEvent*>(event))) {
         event->ignore();
         return true;

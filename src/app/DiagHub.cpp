@@ -34,8 +34,8 @@ constexpr int kSyncCommand = 980;
 }  // namespace
 
 DiagHub::DiagHub(const Services& services, frmDiag& window, ProgramHost& program)
-    : mServices(services), mWindow(window), mProgram(program), mPorts(services.port, services.handler, *this),
-      mSystem(services.settings, services.folder.Path(), this),
+    : QObject(&window), mServices(services), mWindow(window), mProgram(program),
+      mPorts(services.port, services.handler, *this), mSystem(services.settings, services.folder.Path(), this),
       mViews(window.ViewPages(), window.Toolbar(), services.pump),
       mUi({window.Toolbar(), window.Nodes(), window.Menus(), window.CommandComposer(), window.Status()}, mPorts,
           services.handler, mSystem, *this),

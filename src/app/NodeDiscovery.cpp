@@ -132,7 +132,7 @@ int NodeDiscovery::PingAll()
         if (mCancelRequested || !mPorts.PortOpenForTx() || mServices.pump.Stopped())
             break;
         const auto reply = mServices.handler.GetMessageReply();
-        if (mCancelRequested)
+        if (mCancelRequested || mServices.pump.Stopped())
             break;
         if (!reply)
             continue;
