@@ -1,4 +1,6 @@
 #include "app/MMain.h"
+#include "app/frmDiag.h"
+#include "platform/TerminationSignals.h"
 #include "platform/VersionInfo.h"
 
 #include <QApplication>
@@ -16,5 +18,8 @@ int main(int argc, char** argv)
     fenrik::MMain program(fenrik::MMain::OfThisProcess());
     if (!program.Main())
         return 1;
+    // A logout or Ctrl+C in a terminal ends the program as closing its window does: settings saved, port closed.
+    const fenrik::TerminationSignals signals;
+    QObject::connect(&signals, &fenrik::TerminationSignals::Requested, program.Window(), &QWidget::close);
     return QApplication::exec();
 }
