@@ -1,0 +1,40 @@
+#include "e2e/BoxWatcher.h"
+
+#include <QApplication>
+#include <QDialog>
+#include <QMessageBox>
+
+#include <utility>
+
+namespace fenrik {
+
+namespace {
+
+constexpr int kLookMs = 20;
+
+}  // namespace
+
+BoxWatcher::BoxWatcher()
+{
+    connect(&mTimer, &QTimer::timeout, this, &BoxWatcher::Look);
+    mTimer.start(kLookMs);
+}
+
+QStringList BoxWatcher::Take()
+{
+    return std::exchange(mTexts, {});
+}
+
+void BoxWatcher::Look()
+{
+    QWidget* open = QApplication::activeModalWidget();
+    if (auto* box = qobject_cast<QMessageBox*>(open)) {
+        mTexts.append(box->text());
+        box->accept();
+    } else if (auto* dialog = qobject_cast<QDialog*>(open)) {
+        mTexts.append(dialog->objectName());
+        dialog->reject();
+    }
+}
+
+}  // namespace fenrik
