@@ -20,6 +20,9 @@ public:
     /// What has arrived by now; waits up to `milliseconds` for at least `count` bytes, running the event loop.
     [[nodiscard]] QByteArray Read(int count, int milliseconds = 2000);
 
+    /// The far end's descriptor, for tests that answer from the event loop. Reads don't block.
+    [[nodiscard]] int Handle() const { return mMaster; }
+
     /// The cable is pulled: the device goes away.
     void Unplug();
 
