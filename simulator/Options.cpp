@@ -12,6 +12,7 @@ namespace fenrik {
 namespace {
 
 constexpr char kHelp[] = R"(Usage: fenrik-vehicle (--port N | --device-link PATH) [options]
+       fenrik-vehicle [--describe] [--write-images DIR] [--scenario FILE]
 
 A vehicle of the Fenrik 2000 network on a pseudo-terminal. The tool finds it as a serial port.
 
@@ -27,6 +28,14 @@ A vehicle of the Fenrik 2000 network on a pseudo-terminal. The tool finds it as 
   --seed N             another course of chance (delays, noise, drift); 1 if not given
   --help               show this text
 
+In place of running:
+
+  --describe           print every node of the vehicle, a line for each field
+  --road ROAD          describe what is learned by "query", "memory" or "flash", for the nodes that
+                       have this road; without it, by each node's usual one
+  --write-images DIR   write the memory of the older nodes to files "<system>_Node <n>.bin"
+  --system NAME        the files' names begin so; Demonstration if not given
+
 Prints "ready COM<N> <device>" when the port can be opened. Ends on SIGINT and SIGTERM.
 
 Exit codes: 0 ended as asked; 1 the terminal, the link or a file could not be made or read;
@@ -36,6 +45,14 @@ Exit codes: 0 ended as asked; 1 the terminal, the link or a file could not be ma
 int Whole(const std::string& option, const std::string& text, int least, int most)
 {
     return Words(text).TakeNumber(option, least, most);
+}
+
+Road TakeRoad(const std::string& text)
+{
+    const auto road = FindRoad(text);
+    if (!road)
+        throw std::invalid_argument("--road is query, memory or flash");
+    return *road;
 }
 
 struct OptionRow {
@@ -54,6 +71,10 @@ const OptionRow kRows[] = {
     {"--duration", true,
      [](Options& o, const std::string& v) { o.duration = Words(v).TakeDecimal("--duration", 0, 1e9); }},
     {"--seed", true, [](Options& o, const std::string& v) { o.seed = unsigned(Whole("--seed", v, 0, INT_MAX)); }},
+    {"--describe", false, [](Options& o, const std::string&) { o.describe = true; }},
+    {"--road", true, [](Options& o, const std::string& v) { o.road = TakeRoad(v); }},
+    {"--write-images", true, [](Options& o, const std::string& v) { o.writeImages = v; }},
+    {"--system", true, [](Options& o, const std::string& v) { o.system = v; }},
     {"--help", false, [](Options& o, const std::string&) { o.help = true; }},
 };
 
@@ -70,7 +91,7 @@ Options Options::Parse(const std::vector<std::string>& arguments)
             throw std::invalid_argument(arguments[i] + " needs a value");
         row->take(options, row->hasValue ? arguments[++i] : std::string());
     }
-    if (!options.help && options.port == 0 && options.deviceLink.empty())
+    if (!options.help && options.RunsVehicle() && options.port == 0 && options.deviceLink.empty())
         throw std::invalid_argument("--port or --device-link is needed");
     return options;
 }

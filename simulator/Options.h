@@ -1,5 +1,7 @@
 #pragma once
 
+#include "simulator/NodeDescriber.h"
+
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -18,6 +20,13 @@ struct Options {
     std::optional<double> duration;  ///< seconds
     unsigned seed = 1;
     bool help = false;
+    std::filesystem::path writeImages;     ///< folder; empty: none are written
+    std::string system = "Demonstration";  ///< begins the images' names
+    bool describe = false;
+    std::optional<Road> road;  ///< to describe; nothing: each node's usual one
+
+    /// True if the vehicle itself is asked for, and not only its description or images.
+    [[nodiscard]] bool RunsVehicle() const { return !describe && writeImages.empty(); }
 
     /// Throws std::invalid_argument with the reason if the line is bad. `arguments` without the program's name.
     [[nodiscard]] static Options Parse(const std::vector<std::string>& arguments);

@@ -1,5 +1,6 @@
 #include "simulator/Scenario.h"
 
+#include "simulator/QueryReplies.h"
 #include "simulator/SendQueue.h"
 #include "simulator/Vehicle.h"
 #include "simulator/Words.h"
@@ -82,7 +83,7 @@ void ParseInput(Words& words, Action& action)
     action.on = words.TakeOnOff();
 }
 
-void ParseSilent(Words& words, Action& action)
+void ParseNodeSwitch(Words& words, Action& action)
 {
     action.node = TakeNode(words);
     action.on = words.TakeOptionalOnOff();
@@ -110,6 +111,39 @@ void ParseLose(Words& words, Action& action)
     action.count = words.TakeNumber("number", 1, kMaxCount);
 }
 
+// answer-as 3 5, answer-as 3 12345, answer-as 3 off
+void ParseAnswerAs(Words& words, Action& action)
+{
+    action.node = TakeNode(words);
+    action.on = !words.TakeIf("off");
+    if (action.on)
+        action.count = words.TakeNumber("number to give", 0, 65535);
+}
+
+// cut 3 2, cut 3 off
+void ParseCut(Words& words, Action& action)
+{
+    action.node = TakeNode(words);
+    action.on = !words.TakeIf("off");
+    if (action.on)
+        action.count = words.TakeNumber("number of data frames", 0, kMaxCount);
+}
+
+// refuse 3 string, refuse 3 all, refuse 3 off
+void ParseRefuse(Words& words, Action& action)
+{
+    action.node = TakeNode(words);
+    action.on = !words.TakeIf("off");
+    if (!action.on)
+        return;
+    const auto word = words.Take("kind of query");
+    for (const auto& kind : QueryKinds())
+        if (word == "all" || word == kind.word)
+            action.queries.push_back(kind.code);
+    if (action.queries.empty())
+        throw std::invalid_argument("there is no query \"" + word + "\"");
+}
+
 void ParseSwitch(Words& words, Action& action)
 {
     action.on = words.TakeOptionalOnOff();
@@ -132,15 +166,28 @@ struct VerbRow {
 };
 
 constexpr VerbRow kVerbs[] = {
-    {"send", Verb::Send, ParseFrame},       {"burst", Verb::Burst, ParseBurst},
-    {"noise", Verb::Noise, ParseNoise},     {"fault", Verb::Fault, ParseFault},
-    {"shed", Verb::Shed, ParseShed},        {"voltage", Verb::Voltage, ParseVoltage},
-    {"input", Verb::Input, ParseInput},     {"restart", Verb::Restart, ParseNode},
-    {"silent", Verb::Silent, ParseSilent},  {"answer-delay", Verb::AnswerDelay, ParseAnswerDelay},
-    {"lose", Verb::Lose, ParseLose},        {"no-transceiver", Verb::NoTransceiver, ParseSwitch},
-    {"quiet", Verb::Quiet, ParseSwitch},    {"flood", Verb::Flood, ParseFlood},
-    {"unplug", Verb::Unplug, ParseNothing}, {"plug", Verb::Plug, ParseNothing},
+    {"send", Verb::Send, ParseFrame},
+    {"burst", Verb::Burst, ParseBurst},
+    {"noise", Verb::Noise, ParseNoise},
+    {"fault", Verb::Fault, ParseFault},
+    {"shed", Verb::Shed, ParseShed},
+    {"voltage", Verb::Voltage, ParseVoltage},
+    {"input", Verb::Input, ParseInput},
+    {"restart", Verb::Restart, ParseNode},
+    {"silent", Verb::Silent, ParseNodeSwitch},
+    {"answer-delay", Verb::AnswerDelay, ParseAnswerDelay},
+    {"lose", Verb::Lose, ParseLose},
+    {"no-transceiver", Verb::NoTransceiver, ParseSwitch},
+    {"quiet", Verb::Quiet, ParseSwitch},
+    {"flood", Verb::Flood, ParseFlood},
+    {"unplug", Verb::Unplug, ParseNothing},
+    {"plug", Verb::Plug, ParseNothing},
     {"quit", Verb::Quit, ParseNothing},
+    {"lose-reply", Verb::LoseReply, ParseLose},
+    {"cut", Verb::Cut, ParseCut},
+    {"answer-as", Verb::AnswerAs, ParseAnswerAs},
+    {"odd", Verb::Odd, ParseNodeSwitch},
+    {"refuse", Verb::Refuse, ParseRefuse},
 };
 
 Action TakeAction(Words& words)
@@ -156,7 +203,7 @@ Action TakeAction(Words& words)
     return action;
 }
 
-// node 3 type 2 "Door left" [push] [anonymous] [old]
+// node 3 type 2 "Door left" [push] [anonymous] [old] [memory] [plain] [late 4]
 void TakeNodeSetup(Words& words, Scenario& scenario)
 {
     NodeSetup node;
@@ -175,6 +222,12 @@ void TakeNodeSetup(Words& words, Scenario& scenario)
             node.anonymousPing = true;
         else if (words.TakeIf("old"))
             node.oldTypeQuery = true;
+        else if (words.TakeIf("memory"))
+            node.memoryOnly = true;
+        else if (words.TakeIf("plain"))
+            node.plainFlash = true;
+        else if (words.TakeIf("late"))
+            node.lateSeconds = words.TakeDecimal("seconds", 0, kLongestTime);
         else
             words.ExpectEnd();
     }

@@ -25,6 +25,11 @@ struct Action {
         Silent,         ///< `node` hears nothing while `on`
         AnswerDelay,    ///< answers take `value` to `value2` seconds
         Lose,           ///< every `count`th answer is lost; 0: none
+        LoseReply,      ///< every `count`th reply is lost whole; 0: none
+        AnswerAs,       ///< `node` gives number `count` for its own while `on`
+        Cut,            ///< array replies of `node` end after `count` data frames while `on`
+        Refuse,         ///< `node` refuses `queries`; none any more if !on
+        Odd,            ///< array replies of `node` have odd lengths while `on`
         NoTransceiver,  ///< the transceiver doesn't answer while `on`
         Quiet,          ///< no traffic of the vehicle's own while `on`
         Flood,          ///< `value` frames a second; 0: none
@@ -40,6 +45,7 @@ struct Action {
     bool on = true;
     double value = 0;
     double value2 = 0;
+    std::vector<std::uint16_t> queries;  ///< codes of query kinds
 };
 
 /// An action and when it is carried out, in seconds since the scenario began.

@@ -19,6 +19,8 @@ SimNode::SimNode(NodeSetup setup) : mSetup(std::move(setup)), mType(FindNodeType
         throw std::invalid_argument("no node of type " + std::to_string(mSetup.type));
     mInputs.resize(std::size_t(mType->inputs));
     mOutputs.resize(std::size_t(mType->outputs));
+    if (mSetup.anonymousPing)
+        mFaults.answersAs = NodeSetup::kAnonymous;
 }
 
 void SimNode::SetInput(int input, bool on)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "link/Frame.h"
+#include "simulator/NodeFaults.h"
 #include "simulator/NodeTypes.h"
 
 #include <cstdint>
@@ -13,6 +14,7 @@ namespace fenrik {
 /// How a node of the simulated vehicle is set up.
 struct NodeSetup {
     static constexpr int kMaxNumber = 32;
+    static constexpr int kAnonymous = 12345;  ///< stands for the number that was pinged
 
     int number = 1;  ///< 1 to 32
     int type = 0;    ///< a number that FindNodeType knows
@@ -20,6 +22,9 @@ struct NodeSetup {
     bool pushes = false;         ///< sends its state words by itself once it was asked
     bool anonymousPing = false;  ///< answers a ping with 12345 in place of its number
     bool oldTypeQuery = false;   ///< knows only the older questions for its type
+    bool memoryOnly = false;     ///< answers no query of command 940, only memory reads
+    bool plainFlash = false;     ///< of type 6: answers queries in place of variable flash reads
+    double lateSeconds = 0;      ///< announces itself this long after the others
 };
 
 /// One node: its inputs and outputs as the bus sees them, and what it counts.
@@ -56,6 +61,9 @@ public:
     void SetSilent(bool silent) { mSilent = silent; }
     [[nodiscard]] bool Silent() const { return mSilent; }
 
+    [[nodiscard]] NodeFaults& Faults() { return mFaults; }
+    [[nodiscard]] const NodeFaults& Faults() const { return mFaults; }
+
     /// The node starts anew: everything off, counters at 0.
     void Restart();
 
@@ -70,6 +78,7 @@ private:
     std::optional<std::vector<Frame>> mPushed;
     std::uint16_t mCollisions = 0;
     bool mSilent = false;
+    NodeFaults mFaults;
 };
 
 }  // namespace fenrik

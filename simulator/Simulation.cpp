@@ -72,14 +72,30 @@ void Simulation::AnswerWake()
 
 void Simulation::Answer(const Frame& question)
 {
-    for (const auto& answer : mVehicle.Answer(question)) {
+    const auto answers = mVehicle.Answer(question);
+    if (answers.empty())
+        return;
+    const double due = AnswerTime();
+    bool arrives = true;
+    for (const auto& answer : answers) {
         const auto bytes = answer.Encode();
-        ++mAnswers;
-        if (mLoseEvery > 0 && mAnswers % mLoseEvery == 0)
+        if (LosesNext(&answer == &answers.front())) {
             mLog.Bytes("LOST", bytes, TrafficLog::Describe(bytes, {}));
-        else
-            mQueue.Push(AnswerTime(), bytes);
+            arrives = false;
+        } else {
+            mQueue.Push(due, bytes);
+        }
     }
+    if (arrives)
+        mVehicle.NoteArrived(question);
+}
+
+bool Simulation::LosesNext(bool beginsReply)
+{
+    if (beginsReply)
+        mLosesReply = mLoseReplyEvery > 0 && ++mReplies % mLoseReplyEvery == 0;
+    const bool losesFrame = mLoseEvery > 0 && ++mAnswers % mLoseEvery == 0;
+    return losesFrame || mLosesReply;
 }
 
 // Answers keep their order, whatever delays they happen to get.
@@ -143,7 +159,9 @@ void Simulation::Carry(const Action& action)
         {Verb::Lose, &Simulation::CarryLose},     {Verb::NoTransceiver, &Simulation::CarryNoTransceiver},
         {Verb::Quiet, &Simulation::CarryQuiet},   {Verb::Flood, &Simulation::CarryFlood},
         {Verb::Unplug, &Simulation::CarryUnplug}, {Verb::Plug, &Simulation::CarryPlug},
-        {Verb::Quit, &Simulation::CarryQuit},
+        {Verb::Quit, &Simulation::CarryQuit},     {Verb::LoseReply, &Simulation::CarryLoseReply},
+        {Verb::Cut, &Simulation::CarryCut},       {Verb::AnswerAs, &Simulation::CarryAnswerAs},
+        {Verb::Odd, &Simulation::CarryOdd},       {Verb::Refuse, &Simulation::CarryRefuse},
     };
     (this->*std::ranges::find(kRows, action.verb, &Row::verb)->carry)(action);
 }
@@ -210,6 +228,36 @@ void Simulation::CarryLose(const Action& action)
 {
     mLoseEvery = action.count;
     mAnswers = 0;
+}
+
+void Simulation::CarryLoseReply(const Action& action)
+{
+    mLoseReplyEvery = action.count;
+    mReplies = 0;
+}
+
+void Simulation::CarryAnswerAs(const Action& action)
+{
+    mVehicle.Node(action.node)->Faults().answersAs = action.on ? std::optional(action.count) : std::nullopt;
+}
+
+void Simulation::CarryCut(const Action& action)
+{
+    mVehicle.Node(action.node)->Faults().cutAfter = action.on ? std::optional(action.count) : std::nullopt;
+}
+
+void Simulation::CarryRefuse(const Action& action)
+{
+    auto& refused = mVehicle.Node(action.node)->Faults().refused;
+    if (action.on)
+        refused.insert(action.queries.begin(), action.queries.end());
+    else
+        refused.clear();
+}
+
+void Simulation::CarryOdd(const Action& action)
+{
+    mVehicle.Node(action.node)->Faults().odd = action.on;
 }
 
 void Simulation::CarryNoTransceiver(const Action& action)

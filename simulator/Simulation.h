@@ -57,6 +57,7 @@ private:
     void Handle(const std::vector<Received>& found);
     void AnswerWake();
     void Answer(const Frame& question);
+    [[nodiscard]] bool LosesNext(bool beginsReply);
     [[nodiscard]] double AnswerTime();
     void Send(const Frame& frame);
     void Send(const std::vector<Frame>& frames);
@@ -75,6 +76,11 @@ private:
     void CarrySilent(const Action& action);
     void CarryAnswerDelay(const Action& action);
     void CarryLose(const Action& action);
+    void CarryLoseReply(const Action& action);
+    void CarryAnswerAs(const Action& action);
+    void CarryCut(const Action& action);
+    void CarryRefuse(const Action& action);
+    void CarryOdd(const Action& action);
     void CarryNoTransceiver(const Action& action);
     void CarryQuiet(const Action& action);
     void CarryFlood(const Action& action);
@@ -92,11 +98,14 @@ private:
     Schedule mSchedule;
     std::mt19937 mRandom;
 
-    double mShortestDelay = 0.008;  // seconds; a node needs about a frame's time to answer
-    double mLongestDelay = 0.025;
+    double mShortestDelay = 0.002;  // seconds
+    double mLongestDelay = 0.002;
     double mLastAnswer = 0;  // when the answer last queued leaves
     int mLoseEvery = 0;
     int mAnswers = 0;  // since mLoseEvery was set
+    int mLoseReplyEvery = 0;
+    int mReplies = 0;  // since mLoseReplyEvery was set
+    bool mLosesReply = false;
     bool mTransceiver = true;
     bool mQuiet = false;
     double mFloodRate = 0;  // frames a second

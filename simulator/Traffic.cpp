@@ -6,6 +6,7 @@
 #include "simulator/Vehicle.h"
 
 #include <algorithm>
+#include <functional>
 
 namespace fenrik {
 
@@ -17,7 +18,14 @@ constexpr std::string_view kEngine = "Engine Running";
 
 }  // namespace
 
-Traffic::Traffic(Vehicle& vehicle, unsigned seed) : mVehicle(vehicle), mGauges(mElectrics, seed) {}
+Traffic::Traffic(Vehicle& vehicle, unsigned seed) : mVehicle(vehicle), mGauges(mElectrics, seed)
+{
+    for (double time = 0; const auto& node : mVehicle.Nodes()) {
+        mAnnouncements.emplace_back(time + node.Setup().lateSeconds, node.Setup().number);
+        time += kAnnouncementSeconds;
+    }
+    std::ranges::sort(mAnnouncements, std::greater());
+}
 
 std::vector<Frame> Traffic::Due(double now)
 {
@@ -45,11 +53,8 @@ void Traffic::Resume(double now)
 
 void Traffic::Announce(double now, std::vector<Frame>& frames)
 {
-    for (; mAnnounced < mVehicle.Nodes().size() && mNextAnnouncement <= now; ++mAnnounced) {
-        const int number = mVehicle.Nodes()[mAnnounced].Setup().number;
-        frames.push_back(AnnouncementFrame(number));
-        mNextAnnouncement += kAnnouncementSeconds;
-    }
+    for (; !mAnnouncements.empty() && mAnnouncements.back().first <= now; mAnnouncements.pop_back())
+        frames.push_back(AnnouncementFrame(mAnnouncements.back().second));
 }
 
 void Traffic::Sync(double now, std::vector<Frame>& frames)

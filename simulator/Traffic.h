@@ -38,8 +38,7 @@ private:
     Vehicle& mVehicle;
     Electrics mElectrics;
     Gauges mGauges;
-    std::size_t mAnnounced = 0;  // nodes that have announced themselves
-    double mNextAnnouncement = 0;
+    std::vector<std::pair<double, int>> mAnnouncements;  // when and which node, latest first
     double mNextSync = kSyncSeconds;
     double mDayStart = 0;
     std::size_t mDayStep = 0;

@@ -1,7 +1,8 @@
 #include "simulator/Vehicle.h"
 
-#include "simulator/BusCommands.h"
+#include "simulator/ConfigMaker.h"
 #include "simulator/NetworkFrames.h"
+#include "simulator/Relationship.h"
 
 #include <algorithm>
 
@@ -15,7 +16,8 @@ constexpr std::uint16_t kValue = 950;
 constexpr std::uint16_t kOldTypeReply = 976;
 constexpr std::uint16_t kOldLumenReply = 978;
 constexpr std::uint16_t kTypeReply = 979;
-constexpr std::uint16_t kAnonymous = 12345;
+constexpr std::uint16_t kQuery = 940;
+constexpr double kLateSeconds = 4;
 
 }  // namespace
 
@@ -23,29 +25,21 @@ Vehicle::Vehicle(const std::vector<NodeSetup>& setups)
 {
     for (const auto& setup : setups)
         mNodes.emplace_back(setup);
-    Wire();
+    for (auto& config : MakeConfigs(setups))
+        mAnswers.emplace_back(std::move(config));
+    FollowRelationships();
 }
 
 std::vector<NodeSetup> Vehicle::DefaultNodes()
 {
-    return {
+    auto nodes = std::vector<NodeSetup>{
         {1, 9, "Front body", true},   {2, 0, "Rear body", false},        {3, 2, "Door left", false},
         {4, 5, "Switch panel", true}, {5, 6, "Climate", false},          {6, 10, "Roof lights", true},
         {7, 16, "Engine bay", true},  {8, 1, "Driver's display", false},
     };
-}
-
-void Vehicle::Wire()
-{
-    const auto commands = PlainCommands();
-    std::size_t input = 0;
-    std::size_t output = 0;
-    for (const auto& node : mNodes) {
-        for (int i = 1; i <= node.Type().inputs; ++i)
-            mInputs.push_back({node.Setup().number, i, commands[input++ % commands.size()].number});
-        for (int i = 1; i <= node.Type().outputs; ++i)
-            mOutputs.push_back({node.Setup().number, i, commands[output++ % commands.size()].number});
-    }
+    nodes[1].memoryOnly = true;
+    nodes[7].lateSeconds = kLateSeconds;
+    return nodes;
 }
 
 SimNode* Vehicle::Node(int number)
@@ -67,14 +61,15 @@ std::vector<Frame> Vehicle::Answer(const Frame& question)
         Answers (Vehicle::*answer)(const Frame&);
     };
     static constexpr Row kRows[] = {
-        {901, &Vehicle::AnswerPing},    {905, &Vehicle::AnswerMount},      {921, &Vehicle::AnswerInputs},
-        {922, &Vehicle::AnswerOutputs}, {926, &Vehicle::AnswerCollisions}, {977, &Vehicle::AnswerOldType},
-        {979, &Vehicle::AnswerType},
+        {901, &Vehicle::AnswerPing},     {905, &Vehicle::AnswerMount},      {921, &Vehicle::AnswerInputs},
+        {922, &Vehicle::AnswerOutputs},  {926, &Vehicle::AnswerCollisions}, {977, &Vehicle::AnswerOldType},
+        {979, &Vehicle::AnswerType},     {923, &Vehicle::AnswerMemoryRead}, {937, &Vehicle::AnswerVersion},
+        {kQuery, &Vehicle::AnswerQuery},
     };
     const auto* row = std::ranges::find(kRows, question.command, &Row::command);
     if (row != std::end(kRows))
         return (this->*row->answer)(question);
-    Drive(mOutputs, question.command, question.state, &SimNode::SetOutput);
+    TakeCommand(question.command, question.state);
     return {};
 }
 
@@ -83,7 +78,7 @@ Vehicle::Answers Vehicle::AnswerPing(const Frame& question)
     const auto* node = Asked(question.data);
     if (!node)
         return {};
-    return {{kPingReply, false, false, node->Setup().anonymousPing ? kAnonymous : question.data}};
+    return {{kPingReply, false, false, std::uint16_t(node->Faults().answersAs.value_or(question.data))}};
 }
 
 Vehicle::Answers Vehicle::AnswerMount(const Frame& question)
@@ -97,7 +92,9 @@ Vehicle::Answers Vehicle::AnswerMount(const Frame& question)
     }
     if (question.state)
         mMounted = question.data;
-    return {{kAcknowledge, true, false, question.data}};
+    const int answersAs = node->Faults().answersAs.value_or(question.data);
+    const int given = answersAs == NodeSetup::kAnonymous ? question.data : answersAs;
+    return {{kAcknowledge, true, false, std::uint16_t(given)}};
 }
 
 Vehicle::Answers Vehicle::AnswerType(const Frame& question)
@@ -151,28 +148,75 @@ Vehicle::Answers Vehicle::AnswerCollisions(const Frame&)
     return {{kValue, false, false, node->Collisions()}};
 }
 
-void Vehicle::ApplyCommand(int command, bool on)
+Vehicle::Answers Vehicle::AnswerMemoryRead(const Frame& question)
 {
-    Drive(mInputs, command, on, &SimNode::SetInput);
-    Drive(mOutputs, command, on, &SimNode::SetOutput);
+    const auto* answers = MountedAnswers();
+    return answers ? answers->AnswerMemoryRead(question) : Answers{};
 }
 
-void Vehicle::Drive(std::vector<Point>& points, int command, bool on, void (SimNode::*set)(int, bool))
+Vehicle::Answers Vehicle::AnswerVersion(const Frame& question)
 {
-    for (const auto& point : points)
-        if (point.command == command)
-            (Node(point.node)->*set)(point.number, on);
+    const auto* answers = MountedAnswers();
+    return answers ? answers->AnswerVersion(question) : Answers{};
+}
+
+Vehicle::Answers Vehicle::AnswerQuery(const Frame& question)
+{
+    auto* answers = MountedAnswers();
+    return answers ? answers->AnswerQuery(question, Mounted()->Faults()) : Answers{};
+}
+
+void Vehicle::NoteArrived(const Frame& question)
+{
+    if (auto* answers = MountedAnswers(); answers && question.command == kQuery)
+        answers->QueryArrived();
+}
+
+NodeAnswers* Vehicle::MountedAnswers()
+{
+    const auto* node = Mounted();
+    return node ? &mAnswers[std::size_t(node - mNodes.data())] : nullptr;
+}
+
+void Vehicle::ApplyCommand(int command, bool on)
+{
+    for (std::size_t i = 0; i < mNodes.size(); ++i)
+        for (int number = 1; const auto& input : mAnswers[i].Config().inputs) {
+            if (input.command == command)
+                mNodes[i].SetInput(number, on);
+            ++number;
+        }
+    TakeCommand(command, on);
+}
+
+void Vehicle::TakeCommand(int command, bool on)
+{
+    if (on)
+        mCommandsOn.insert(command);
+    else
+        mCommandsOn.erase(command);
+    FollowRelationships();
+}
+
+void Vehicle::FollowRelationships()
+{
+    const auto isOn = [this](int command) { return mCommandsOn.contains(command); };
+    for (std::size_t i = 0; i < mNodes.size(); ++i)
+        for (int number = 1; const auto& output : mAnswers[i].Config().outputs)
+            mNodes[i].SetOutput(number++, Holds(output.relationship, isOn));
 }
 
 std::vector<Frame> Vehicle::MoveInput(int node, int input, bool on)
 {
-    const auto point =
-        std::ranges::find_if(mInputs, [=](const Point& p) { return p.node == node && p.number == input; });
-    if (point == mInputs.end())
+    auto* moved = Node(node);
+    if (!moved || input < 1 || input > moved->Type().inputs)
         return {};
-    Node(node)->SetInput(input, on);
-    Drive(mOutputs, point->command, on, &SimNode::SetOutput);
-    return {{std::uint16_t(point->command), on, false, std::uint16_t(node)}};
+    const auto& config = mAnswers[std::size_t(moved - mNodes.data())].Config().inputs[std::size_t(input - 1)];
+    moved->SetInput(input, on);
+    if (config.command == 0 || config.analog)
+        return {};
+    TakeCommand(config.command, on);
+    return {{std::uint16_t(config.command), on, false, std::uint16_t(node)}};
 }
 
 std::vector<Frame> Vehicle::ChangedWords()
@@ -187,6 +231,8 @@ std::vector<Frame> Vehicle::Restart(int number)
     if (!node)
         return {};
     node->Restart();
+    mAnswers[std::size_t(node - mNodes.data())].Restart();
+    FollowRelationships();
     if (mMounted == number)
         mMounted = 0;
     return {AnnouncementFrame(number)};

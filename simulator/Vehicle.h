@@ -1,15 +1,16 @@
 #pragma once
 
+#include "simulator/NodeAnswers.h"
 #include "simulator/SimNode.h"
 
+#include <set>
 #include <vector>
 
 namespace fenrik {
 
 /// The nodes of the simulated vehicle and what they answer to the tool.
 ///
-/// Commands of the bus are wired to the nodes: every input of the vehicle sends one plain command, every output
-/// follows one, dealt out in turn over the vehicle's points so that any set of nodes has something to do.
+/// Every input sends the command that its node's configuration names, every output follows its relationship.
 class Vehicle {
 public:
     explicit Vehicle(const std::vector<NodeSetup>& setups);
@@ -21,7 +22,10 @@ public:
     /// from the tool is no question, but outputs follow it.
     [[nodiscard]] std::vector<Frame> Answer(const Frame& question);
 
-    /// A plain command stands on the bus: its input and the outputs wired to it take `on`.
+    /// The answer to `question` has reached the line without a loss.
+    void NoteArrived(const Frame& question);
+
+    /// A plain command stands on the bus: its inputs take `on`, and outputs follow it.
     void ApplyCommand(int command, bool on);
 
     /// Moves an input and gives the command that it sends, or nothing if there is no such input.
@@ -41,16 +45,13 @@ public:
 
 private:
     using Answers = std::vector<Frame>;
-    struct Point {
-        int node;
-        int number;
-        int command;
-    };
 
-    void Wire();
     [[nodiscard]] SimNode* Asked(int number);
     [[nodiscard]] SimNode* Mounted() { return Asked(mMounted); }
-    void Drive(std::vector<Point>& points, int command, bool on, void (SimNode::*set)(int, bool));
+    /// The answers of the mounted node, null if there is none or it is silent.
+    [[nodiscard]] NodeAnswers* MountedAnswers();
+    void TakeCommand(int command, bool on);
+    void FollowRelationships();
 
     Answers AnswerPing(const Frame& question);
     Answers AnswerMount(const Frame& question);
@@ -59,10 +60,13 @@ private:
     Answers AnswerInputs(const Frame& question);
     Answers AnswerOutputs(const Frame& question);
     Answers AnswerCollisions(const Frame& question);
+    Answers AnswerMemoryRead(const Frame& question);
+    Answers AnswerVersion(const Frame& question);
+    Answers AnswerQuery(const Frame& question);
 
     std::vector<SimNode> mNodes;
-    std::vector<Point> mInputs;
-    std::vector<Point> mOutputs;
+    std::vector<NodeAnswers> mAnswers;  // of mNodes, in the same order
+    std::set<int> mCommandsOn;
     int mMounted = 0;
 };
 

@@ -1,3 +1,5 @@
+#include "simulator/ConfigMaker.h"
+#include "simulator/ImageFiles.h"
 #include "simulator/Options.h"
 #include "simulator/Program.h"
 #include "simulator/Scenario.h"
@@ -44,6 +46,20 @@ std::optional<fenrik::Scenario> ReadScenario(const std::filesystem::path& path)
     return scenario;
 }
 
+void TellNodes(const fenrik::Options& options, const fenrik::Scenario& scenario)
+{
+    const auto nodes = fenrik::MakeConfigs(scenario.nodes);
+    if (!options.writeImages.empty())
+        fenrik::WriteImages(nodes, options.system, options.writeImages);
+    if (!options.describe)
+        return;
+    for (const auto& node : nodes) {
+        const auto road = options.road ? options.road : fenrik::UsualRoad(node);
+        if (road && fenrik::HasRoad(node, *road))
+            fenrik::DescribeNode(node, *road, std::cout);
+    }
+}
+
 }  // namespace
 
 int main(int argc, char** argv)
@@ -59,7 +75,10 @@ int main(int argc, char** argv)
         const auto scenario = ReadScenario(options->scenario);
         if (!scenario)
             return kExitBadInput;
-        fenrik::Program(*options, *scenario).Run();
+        if (options->RunsVehicle())
+            fenrik::Program(*options, *scenario).Run();
+        else
+            TellNodes(*options, *scenario);
     } catch (const std::exception& failure) {
         std::cerr << "fenrik-vehicle: " << failure.what() << "\n";
         return kExitFailed;

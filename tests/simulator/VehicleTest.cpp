@@ -92,6 +92,8 @@ TEST_F(VehicleTest, TheMountedNodeAnswersForItsInputWords)
 TEST_F(VehicleTest, TheMountedNodeAnswersForItsOutputWords)
 {
     Mount(1);
+    for (int output = 1; output <= 26; ++output)
+        vehicle.Node(1)->SetOutput(output, false);
     vehicle.Node(1)->SetOutput(2, true);
     vehicle.Node(1)->SetOutput(17, true);
     EXPECT_THAT(vehicle.Answer({922, false, false, 0}), ElementsAre(Frame{950, false, false, 2}));

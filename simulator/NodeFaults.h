@@ -1,0 +1,17 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <set>
+
+namespace fenrik {
+
+/// What a node does wrong when it is asked.
+struct NodeFaults {
+    std::optional<int> answersAs;     ///< number given in place of its own in replies to ping and mount
+    std::optional<int> cutAfter;      ///< array replies end after so many data frames
+    std::set<std::uint16_t> refused;  ///< codes of the query kinds that it refuses
+    bool odd = false;                 ///< array replies of an even length come a byte short
+};
+
+}  // namespace fenrik
