@@ -3,6 +3,7 @@
 #include "app/frmError.h"
 #include "platform/Boxes.h"
 #include "platform/Error.h"
+#include "platform/NormalPointer.h"
 #include "platform/ProgramFolder.h"
 #include "shared/Clock.h"
 
@@ -20,15 +21,6 @@ QString DateAndTime(const Clock& clock)
 {
     return QLocale().toString(clock.Now().DateTime(), QLocale::ShortFormat);
 }
-
-/// An arrow even where the failure came inside an hourglass section.
-class NormalPointer {
-public:
-    NormalPointer() { QApplication::setOverrideCursor(Qt::ArrowCursor); }
-    ~NormalPointer() { QApplication::restoreOverrideCursor(); }
-    NormalPointer(const NormalPointer&) = delete;
-    NormalPointer& operator=(const NormalPointer&) = delete;
-};
 
 }  // namespace
 

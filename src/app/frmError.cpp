@@ -5,6 +5,7 @@
 #include "ui_frmError.h"
 
 #include <QIcon>
+#include <QLayout>
 
 namespace fenrik {
 
@@ -25,7 +26,7 @@ frmError::frmError(const VersionInfo& version, const QString& details, QWidget* 
     mUi->tbDetails->setPlainText(details);
     connect(mUi->cmdDetails, &QPushButton::clicked, this, &frmError::FlipDetails);
     connect(mUi->cmdOk, &QPushButton::clicked, this, &QDialog::accept);
-    resize(kWidth, sizeHint().height());
+    resize(kWidth, layout()->totalHeightForWidth(kWidth));
 }
 
 frmError::~frmError() = default;
@@ -35,7 +36,9 @@ void frmError::FlipDetails()
     const bool show = mUi->tbDetails->isHidden();
     mUi->tbDetails->setVisible(show);
     mUi->cmdDetails->setText(show ? QStringLiteral("<< Details <<") : QStringLiteral(">> Details >>"));
-    adjustSize();
+    // adjustSize would take the narrowest width as well and break all lines anew.
+    layout()->activate();
+    resize(width(), layout()->totalHeightForWidth(width()));
 }
 
 }  // namespace fenrik

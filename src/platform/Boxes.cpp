@@ -1,5 +1,6 @@
 #include "platform/Boxes.h"
 
+#include "platform/NormalPointer.h"
 #include "platform/VersionInfo.h"
 
 #include <QApplication>
@@ -19,6 +20,7 @@ QString TitleOrDefault(const QString& title)
 
 Boxes::Button Boxes::MsgBox(const QString& text, QMessageBox::Icon icon, Buttons buttons, const QString& title)
 {
+    const NormalPointer pointer;
     QMessageBox box(icon, TitleOrDefault(title), text, buttons, QApplication::activeWindow());
     box.setObjectName(QStringLiteral("MsgBox"));
     // The texts name files and ports between "<" and ">"; none of them is markup.
@@ -29,6 +31,7 @@ Boxes::Button Boxes::MsgBox(const QString& text, QMessageBox::Icon icon, Buttons
 
 QString Boxes::InputBox(const QString& prompt, const QString& title, const QString& defaultText)
 {
+    const NormalPointer pointer;
     QInputDialog box(QApplication::activeWindow());
     box.setObjectName(QStringLiteral("InputBox"));
     box.setWindowTitle(TitleOrDefault(title));
@@ -39,6 +42,7 @@ QString Boxes::InputBox(const QString& prompt, const QString& title, const QStri
 
 QString Boxes::OpenFileBox(const QString& title, const QString& filter, const QString& folder)
 {
+    const NormalPointer pointer;
     QFileDialog box(QApplication::activeWindow(), title, folder, filter);
     box.setObjectName(QStringLiteral("FileBox"));
     box.setOption(QFileDialog::DontUseNativeDialog);

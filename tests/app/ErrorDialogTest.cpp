@@ -119,6 +119,7 @@ TEST_F(ErrorDialogTest, DetailsFlipBetweenTwoSizes)
     dialog.show();
     auto* button = dialog.findChild<QPushButton*>("cmdDetails");
     auto* details = dialog.findChild<QPlainTextEdit*>("tbDetails");
+    const int width = dialog.width();
     const int small = dialog.height();
     EXPECT_EQ(button->text(), ">> Details >>");
     EXPECT_FALSE(details->isVisible());
@@ -132,6 +133,7 @@ TEST_F(ErrorDialogTest, DetailsFlipBetweenTwoSizes)
     EXPECT_EQ(button->text(), ">> Details >>");
     EXPECT_FALSE(details->isVisible());
     EXPECT_EQ(dialog.height(), small);
+    EXPECT_EQ(dialog.width(), width) << "only the height flips";
 }
 
 }  // namespace

@@ -126,6 +126,7 @@ TEST_F(WindowConnectionTest, APortInUseMayBeTriedAgain)
     const QString text = "Comm Port 5 already open.\n"
                          "Close the port and click Retry to continue, or Cancel to abort operation.";
     EXPECT_EQ(user.seen, QStringList({text, text}));
+    EXPECT_FALSE(user.sawHourglass);
     EXPECT_EQ(Status(), "Disconnected");
     other.setPortOpen(false);
     Click("Connect");

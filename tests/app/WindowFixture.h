@@ -40,6 +40,7 @@ public:
     }
 
     QStringList seen;
+    bool sawHourglass = false;                        ///< over a box
     std::deque<QMessageBox::StandardButton> answers;  ///< of the next boxes; the rest get their default button
 
 private:
@@ -50,6 +51,8 @@ private:
             return;
         if (auto* box = qobject_cast<QMessageBox*>(dialog)) {
             seen.append(box->text());
+            const QCursor* pointer = QGuiApplication::overrideCursor();
+            sawHourglass = sawHourglass || (pointer && pointer->shape() == Qt::WaitCursor);
             Answer(*box);
         } else if (auto* error = qobject_cast<frmError*>(dialog)) {
             seen.append(error->findChild<QPlainTextEdit*>("tbDetails")->toPlainText());
