@@ -5,6 +5,7 @@
 #include "app/MessageDisplay.h"
 #include "app/MessagePump.h"
 #include "app/NodeDiscovery.h"
+#include "app/NodeRefresh.h"
 #include "app/PortState.h"
 #include "app/Services.h"
 #include "app/UiState.h"
@@ -50,6 +51,7 @@ public:
     [[nodiscard]] ViewSwitch& Views() { return mViews; }
     [[nodiscard]] Connection& Link() { return mConnection; }
     [[nodiscard]] NodeDiscovery& Discovery() { return mDiscovery; }
+    [[nodiscard]] NodeRefresh& Refresh() { return mRefresh; }
     [[nodiscard]] const PortState& Ports() const { return mPorts; }
 
     /// ComposerHost
@@ -64,6 +66,9 @@ public:
 
     /// Empties the list and the panels.
     void Clear();
+
+    /// Escape: ends a running detection or download.
+    void RequestCancel();
 
     void ShowText(const QString& text) { ShowMessage(text); }
     void PressCollision(bool pressed);
@@ -128,7 +133,6 @@ private:
     void AdjustFormCaption() override;
     void HandleSelectedNodeChange() override;
     void HandleMountedNodeChange() override;
-    void GetEmbeddedVersion() override {}
 
     // RemoteProgress: a relay is never connected in this version.
     [[nodiscard]] int RemoteState() const override { return 1; }
@@ -148,6 +152,7 @@ private:
     UiState mUi;
     Transceiver mTransceiver;
     NodeDiscovery mDiscovery;
+    NodeRefresh mRefresh;
     Connection mConnection;
     MessageDisplay mDisplay;
     MessagePump mPump;

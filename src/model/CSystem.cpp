@@ -148,7 +148,7 @@ void CSystem::DeselectNode()
     setSelectedNodeNumber(0);
 }
 
-void CSystem::LoadSystem(const QString& SystemName, const QString& PathOnly, [[maybe_unused]] bool Quickie)
+void CSystem::LoadSystem(const QString& SystemName, const QString& PathOnly, bool Quickie)
 {
     Clear();
     if (SystemName.isEmpty() || PathOnly.isEmpty()) {
@@ -158,7 +158,7 @@ void CSystem::LoadSystem(const QString& SystemName, const QString& PathOnly, [[m
     }
 
     const QString folder = WithSeparator(PathOnly);
-    SystemFiles files(folder, SystemName);
+    SystemFiles files(folder, SystemName, Quickie);
     PlaceNodes(files.Nodes(), files.NodeCount() > 0 ? files.NodeCount() : mSettings.NodesInSystem);
     mName = SystemName;
     mPath = folder;

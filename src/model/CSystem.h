@@ -12,6 +12,7 @@
 
 namespace fenrik {
 
+struct NodeLink;
 struct Settings;
 
 /// The vehicle network as the tool knows it: its nodes, counted from 1, which of them are alive, which one the user
@@ -28,6 +29,10 @@ public:
     CSystem& operator=(const CSystem&) = delete;
 
     [[nodiscard]] SystemOwner* Owner() const { return mOwner; }
+
+    /// The nodes' way to the network; nothing while there is none. `link` outlives the system or is taken away.
+    [[nodiscard]] const NodeLink* Link() const { return mLink; }
+    void setLink(const NodeLink* link) { mLink = link; }
 
     /// No nodes and no name.
     void Clear();
@@ -86,8 +91,8 @@ public:
 
     /// Rebuilds the system from the node images `PathOnly` + `SystemName` + "*.bin", or, if either text is empty,
     /// as a nameless one of as many nodes as the settings say. Files that are no image are left out.
-    /// `Quickie` takes only the node's number and the system's node count from an image. So far that is all that
-    /// is taken in either case.
+    /// `Quickie` takes only the node's number and the system's node count from an image; otherwise everything is
+    /// taken, names included.
     void LoadSystem(const QString& SystemName, const QString& PathOnly, bool Quickie);
 
 private:
@@ -101,6 +106,7 @@ private:
     const Settings& mSettings;
     QString mProgramFolder;
     SystemOwner* mOwner;
+    const NodeLink* mLink = nullptr;
     bool mDirty = false;
     QString mName;
     bool mDefined = false;

@@ -31,23 +31,38 @@ QFileInfoList ImagesInOrder(const QString& folder, const QString& systemName)
 
 }  // namespace
 
-SystemFiles::SystemFiles(const QString& folder, const QString& systemName)
+SystemFiles::SystemFiles(const QString& folder, const QString& systemName, bool quickie)
 {
-    for (const QFileInfo& image : ImagesInOrder(folder, systemName))
-        ReadImage(image.filePath());
+    for (const QFileInfo& image : ImagesInOrder(folder, systemName)) {
+        if (quickie)
+            ReadHead(image.filePath());
+        else
+            ReadWhole(image.filePath());
+    }
 }
 
-void SystemFiles::ReadImage(const QString& path)
+void SystemFiles::ReadHead(const QString& path)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return;
-    const QByteArray head = file.read(4);
-    if (head.size() < 4 || head[2] == 0)
+    const QByteArray head = file.read(NodeImage::kNodeCount);
+    if (head.size() < NodeImage::kNodeCount || head[NodeImage::kNodeNumber - 1] == 0)
         return;
     auto node = std::make_unique<CNode>();
-    node->setNumber(std::uint8_t(head[2]));
-    mNodeCount = std::max(mNodeCount, int(std::uint8_t(head[3])));
+    node->setNumber(std::uint8_t(head[NodeImage::kNodeNumber - 1]));
+    mNodeCount = std::max(mNodeCount, std::uint8_t(head[NodeImage::kNodeCount - 1]));
+    Place(std::move(node));
+}
+
+void SystemFiles::ReadWhole(const QString& path)
+{
+    auto node = std::make_unique<CNode>();
+    std::uint8_t count = mNodeCount;
+    node->ReadNode(path, count, true);
+    if (node->number() == 0)
+        return;  // an erased memory, or a file that went away
+    mNodeCount = count;
     Place(std::move(node));
 }
 

@@ -2,6 +2,7 @@
 
 #include "model/CNode.h"
 #include "model/Collection.h"
+#include "model/NodeImage.h"
 
 #include <QString>
 
@@ -15,11 +16,11 @@ namespace fenrik {
 ///   4         number of nodes in the system
 class SystemFiles {
 public:
-    static constexpr qint64 kImageSize = 32768;
+    static constexpr qint64 kImageSize = NodeImage::kSize;
 
     /// Reads what `folder` (with a separator at its end) has of the system. What is no image, can't be read, or
-    /// has no node number is left out in silence.
-    SystemFiles(const QString& folder, const QString& systemName);
+    /// has no node number is left out in silence. `quickie` reads no more than the two bytes above.
+    SystemFiles(const QString& folder, const QString& systemName, bool quickie);
 
     /// A node for each image. An image replaces what stands at the position of its number, or comes last if the
     /// list is shorter than that; so a later file wins, and the order of the files' names (numbers in them by
@@ -30,11 +31,12 @@ public:
     [[nodiscard]] int NodeCount() const { return mNodeCount; }
 
 private:
-    void ReadImage(const QString& path);
+    void ReadHead(const QString& path);
+    void ReadWhole(const QString& path);
     void Place(std::unique_ptr<CNode> node);
 
     Collection<CNode> mNodes;
-    int mNodeCount = 0;
+    std::uint8_t mNodeCount = 0;
 };
 
 }  // namespace fenrik

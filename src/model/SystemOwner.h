@@ -38,9 +38,6 @@ public:
 
     virtual void HandleSelectedNodeChange() = 0;
     virtual void HandleMountedNodeChange() = 0;
-
-    /// Sees to it that the mounted node's software version stands in its object, asking the network if need be.
-    virtual void GetEmbeddedVersion() = 0;
 };
 
 }  // namespace fenrik

@@ -13,7 +13,6 @@ namespace fenrik {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 class CNodeTest : public testing::Test {
 protected:
@@ -120,49 +119,13 @@ TEST_F(CNodeTest, ShowsItsNumberItsMountOrABlankOnItsButton)
 
 TEST_F(CNodeTest, ShedsLoadsBetween12Point5And9Point7Volts)
 {
-    std::vector<double> volts;
+    std::vector<std::int64_t> volts;
     for (int level = 1; level <= CNode::kLoadShedLevels; ++level)
-        volts.push_back(CNode::LoadShedVoltage(level));
-    EXPECT_THAT(volts, ElementsAre(12.5, 12.1, 11.7, 11.3, 10.9, 10.5, 10.1, 9.7));
+        volts.push_back(CNode::LoadShedVoltage(level).TenThousandths());
+    EXPECT_THAT(volts, ElementsAre(125000, 121000, 117000, 113000, 109000, 105000, 101000, 97000));
     EXPECT_THROW((void)CNode::LoadShedVoltage(0), Error);
     EXPECT_THROW((void)CNode::LoadShedVoltage(9), Error);
 }
-
-struct ForceForm {
-    const char* name;
-    std::int16_t typeID;
-    std::uint8_t major;
-    std::uint8_t minor;
-    bool compatible;
-    bool asks;
-};
-
-class ForceForms : public CNodeTest, public testing::WithParamInterface<ForceForm> {};
-
-TEST_P(ForceForms, FollowFromTypeAndVersion)
-{
-    CNode& node = *system.Node(1);
-    node.setTypeID(GetParam().typeID);
-    node.setOsMajVersion(GetParam().major);
-    node.setOsMinVersion(GetParam().minor);
-    EXPECT_EQ(node.NewDPWMCCompatible(), GetParam().compatible);
-    if (GetParam().asks)
-        EXPECT_THAT(owner.calls, ElementsAre("GetEmbeddedVersion"));
-    else
-        EXPECT_THAT(owner.calls, IsEmpty());
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    CNode, ForceForms,
-    testing::Values(ForceForm{"Type0", 0, 5, 0, false, false}, ForceForm{"Type9", 9, 5, 0, false, false},
-                    ForceForm{"Type10", 10, 0, 1, true, false}, ForceForm{"UnknownType", 254, 0, 0, true, false},
-                    // Not known is not old.
-                    ForceForm{"Type2Unknown", 2, 0, 0, true, true}, ForceForm{"Type2Version0_1", 2, 0, 1, false, true},
-                    ForceForm{"Type2Version1_0", 2, 1, 0, false, true},
-                    ForceForm{"Type2Version1_2", 2, 1, 2, false, true},
-                    ForceForm{"Type2Version1_3", 2, 1, 3, true, true},
-                    ForceForm{"Type2Version2_0", 2, 2, 0, true, true}),
-    [](const auto& row) { return row.param.name; });
 
 }  // namespace
 }  // namespace fenrik

@@ -19,7 +19,6 @@ public:
     void AdjustFormCaption() override { calls.push_back("AdjustFormCaption"); }
     void HandleSelectedNodeChange() override { calls.push_back("HandleSelectedNodeChange"); }
     void HandleMountedNodeChange() override { calls.push_back("HandleMountedNodeChange"); }
-    void GetEmbeddedVersion() override { calls.push_back("GetEmbeddedVersion"); }
 
     std::set<int> pressed;
     std::set<int> enabled;
