@@ -51,6 +51,11 @@ std::map<int, SerialDevice> Numbered(QList<SerialDevice> devices)
 
 }  // namespace
 
+ComPorts::ComPorts(const QString& linkFolder) : ComPorts(linkFolder, SystemDevices)
+{
+    mUsbMayBeThere = [] { return UsbSerialMayBeThere(); };
+}
+
 ComPorts::ComPorts(const QString& linkFolder, DeviceList devices)
     : mLinkFolder(linkFolder), mDevices(std::move(devices))
 {
@@ -63,6 +68,12 @@ QList<SerialDevice> ComPorts::SystemDevices()
     for (const QSerialPortInfo& port : ports)
         devices.append({port.systemLocation(), port.description(), port.vendorIdentifier(), port.productIdentifier()});
     return devices;
+}
+
+bool ComPorts::UsbSerialMayBeThere(const QString& busFolder)
+{
+    const QDir devices(busFolder + QStringLiteral("/usb-serial/devices"));
+    return !QDir(busFolder).exists() || !devices.isEmpty(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot);
 }
 
 QString ComPorts::LinkTarget(int number) const
@@ -109,11 +120,14 @@ QString ComPorts::Description(int number) const
 
 int ComPorts::FindUsbTransceiver() const
 {
+    // Most machines have none, and the program's start waits for the answer: the list of all devices takes as long to
+    // make as the main window.
+    if (!mUsbMayBeThere())
+        return 0;
     const QList<SerialDevice> devices = mDevices();
     const auto isTransceiver = [](const SerialDevice& device) {
         return device.vendor == kTransceiverVendor && device.product == kTransceiverProduct;
     };
-    // Most machines have none, and the program's start waits for the answer.
     if (std::none_of(devices.cbegin(), devices.cend(), isTransceiver))
         return 0;
     for (int number = kFirst; number <= kLast; ++number) {

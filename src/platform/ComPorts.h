@@ -28,8 +28,11 @@ public:
 
     using DeviceList = std::function<QList<SerialDevice>()>;
 
-    /// `devices` lists what the system has at each call; by default the real ones.
-    explicit ComPorts(const QString& linkFolder, DeviceList devices = SystemDevices);
+    /// The real devices of the system.
+    explicit ComPorts(const QString& linkFolder);
+
+    /// `devices` lists what the system has at each call.
+    ComPorts(const QString& linkFolder, DeviceList devices);
 
     /// The device file of COM`number`, or nothing if there is no such port now.
     [[nodiscard]] std::optional<QString> DevicePath(int number) const;
@@ -45,12 +48,17 @@ public:
 
     [[nodiscard]] static QList<SerialDevice> SystemDevices();
 
+    /// False if no serial device hangs on USB now; costs next to nothing. `busFolder` is where the kernel lists its
+    /// buses; true if it does not.
+    [[nodiscard]] static bool UsbSerialMayBeThere(const QString& busFolder = QStringLiteral("/sys/bus"));
+
 private:
     [[nodiscard]] std::optional<SerialDevice> Device(int number) const;
     [[nodiscard]] QString LinkTarget(int number) const;
 
     QString mLinkFolder;
     DeviceList mDevices;
+    std::function<bool()> mUsbMayBeThere = [] { return true; };
 };
 
 }  // namespace fenrik

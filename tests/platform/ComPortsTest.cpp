@@ -3,6 +3,8 @@
 #include "support/PortFolder.h"
 #include "support/Printers.h"
 
+#include <QDir>
+#include <QTemporaryDir>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -194,6 +196,28 @@ TEST_F(ComPortsTest, TheSystemsOwnListHasDeviceFiles)
     for (const SerialDevice& device : ComPorts::SystemDevices())
         EXPECT_TRUE(device.path.startsWith(QLatin1String("/dev/"))) << device.path.toStdString();
 }
+
+struct BusFolder {
+    const char* name;
+    const char* made;  ///< the folder that is there, below the test's own
+    bool mayBeThere;
+};
+
+class UsbSerial : public testing::TestWithParam<BusFolder> {};
+
+TEST_P(UsbSerial, IsLookedForWhereTheKernelListsIt)
+{
+    const QTemporaryDir folder;
+    QDir(folder.path()).mkpath(QLatin1String(GetParam().made));
+    EXPECT_EQ(ComPorts::UsbSerialMayBeThere(folder.filePath("bus")), GetParam().mayBeThere);
+}
+
+INSTANTIATE_TEST_SUITE_P(Platform, UsbSerial,
+                         testing::Values(BusFolder{"NoDriver", "bus/platform", false},
+                                         BusFolder{"NoDevice", "bus/usb-serial/devices", false},
+                                         BusFolder{"Device", "bus/usb-serial/devices/ttyUSB0", true},
+                                         BusFolder{"NoListAtAll", "elsewhere", true}),
+                         [](const auto& row) { return row.param.name; });
 
 }  // namespace
 }  // namespace fenrik
