@@ -41,7 +41,8 @@ DiagHub::DiagHub(const Services& services, frmDiag& window, ProgramHost& program
           services.handler, mSystem, *this),
       mTransceiver(services.port, services.handler, services.pump, services.boxes, services.version, services.settings,
                    services.run, *this),
-      mDiscovery(services, mPorts, mSystem, *this), mConnection(services, mPorts, mSystem, mTransceiver, *this),
+      mDiscovery(services, mPorts, mSystem, *this), mRefresh(services, mSystem, mDiscovery, mUi, window.Status()),
+      mConnection(services, mPorts, mSystem, mTransceiver, *this),
       mDisplay(services, mSystem, window.Messages(), *this), mPump(services.handler, *this, this)
 {
     mSendSync.setObjectName(QStringLiteral("TSendSync"));
@@ -104,6 +105,12 @@ void DiagHub::Clear()
     DrawPanel();
     ResetPanels();
     mWindow.Status().setMsg(QString());
+}
+
+void DiagHub::RequestCancel()
+{
+    mDiscovery.RequestCancel();
+    mRefresh.RequestCancel();
 }
 
 void DiagHub::OpenSpecialCommand(const CMessage&)

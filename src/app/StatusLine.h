@@ -1,11 +1,13 @@
 #pragma once
 
 #include <QLabel>
+#include <QProgressBar>
 #include <QStatusBar>
 
 namespace fenrik {
 
-/// The line at the window's foot: `txtStatus`, the state of the connection, and `txtMsg`, what was done last.
+/// The line at the window's foot: `txtStatus`, the state of the connection; `txtMsg`, what was done last; and during
+/// long work the bar `pbProgress`.
 class StatusLine : public QStatusBar {
     Q_OBJECT
 
@@ -17,9 +19,15 @@ public:
     [[nodiscard]] QString Status() const { return mStatus->text(); }
     [[nodiscard]] QString Msg() const { return mMsg->text(); }
 
+    /// Shows the bar with `total` steps to come; takes `step` of them; hides it. More steps than announced stay full.
+    void StartProgress(int total);
+    void StepProgress(int step);
+    void EndProgress();
+
 private:
     QLabel* mStatus;
     QLabel* mMsg;
+    QProgressBar* mProgress;
 };
 
 }  // namespace fenrik

@@ -26,9 +26,12 @@ ToolbarActions::ToolbarActions(const Services& services, DiagHub& hub, frmDiag& 
 
 void ToolbarActions::Click(const QString& key)
 {
+    // A menu is open to the user also inside an exchange, whose end is not this click's to announce.
+    const bool wasReady = mHub.State().Ready();
     mHub.SetUIState(UiState::kBusy);
     Guarded(mServices.errors, "frmmain:Toolbar:ButtonClick", [this, &key] { Run(key); });
-    mHub.SetUIState(UiState::kReady);
+    if (wasReady)
+        mHub.SetUIState(UiState::kReady);
 }
 
 void ToolbarActions::Run(const QString& key)
@@ -75,7 +78,7 @@ void ToolbarActions::SwitchCollisionMonitor()
 
 void ToolbarActions::Refresh()
 {
-    NotYet(QStringLiteral("Refresh"));
+    mHub.Refresh().RefreshCurrentNode(false);
     mHub.Views().RefreshCurrentFrame(true);
 }
 

@@ -177,7 +177,7 @@ void frmDiag::keyReleaseEvent(QKeyEvent* event)
     if (event->isAutoRepeat())
         return;
     if (event->key() == Qt::Key_Escape)
-        mHub->Discovery().RequestCancel();
+        mHub->RequestCancel();
     else if (mHub->State().Ready())
         mToolbar->ClickByFunctionKey(event->key());
     QMainWindow::keyReleaseEvent(event);
