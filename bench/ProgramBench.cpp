@@ -1,0 +1,171 @@
+// The tool as a process on an X display, beside a bare window: how long it takes to start, and how much of the
+// processor it uses while nothing happens, on a quiet network, and at all that the line carries.
+
+#include "Session.h"
+
+#include <QCoreApplication>
+#include <QFile>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <thread>
+#include <vector>
+
+namespace fenrik {
+namespace {
+
+using Seconds = std::chrono::duration<double>;
+
+constexpr int kStarts = 21;
+constexpr Seconds kSettling{3};
+constexpr Seconds kWatched{20};
+constexpr double kLineRate = 160;  // frames a second
+constexpr double kLeastRate = 0.95 * kLineRate;
+constexpr int kPatienceMs = 60'000;
+const QString kBareWindow = QStringLiteral(FENRIK_BENCH_FOLDER "/BareWindow");
+const QString kVehicle = QStringLiteral(FENRIK_BIN_FOLDER "/fenrik-vehicle");
+
+double Median(std::vector<double> values)
+{
+    std::sort(values.begin(), values.end());
+    return values[values.size() / 2];
+}
+
+double StartMilliseconds(const Copy& copy, DisplayWatch& display, const QString& program)
+{
+    display.Drain();
+    QProcess process;
+    const auto begin = std::chrono::steady_clock::now();
+    copy.Start(process, program);
+    display.NextLargeWindow();
+    const Seconds taken = std::chrono::steady_clock::now() - begin;
+    // The tool is let come to rest, or the next start would run beside the end of this one.
+    std::this_thread::sleep_for(std::chrono::milliseconds(150));
+    End(process);
+    return taken.count() * 1000;
+}
+
+/// Both in turn, so that whatever else the machine does meets both.
+void MeasureStart(const Copy& copy, DisplayWatch& display)
+{
+    std::vector<double> tool;
+    std::vector<double> bare;
+    for (int i = 0; i <= kStarts; ++i) {
+        const double toolTime = StartMilliseconds(copy, display, copy.Tool());
+        const double bareTime = StartMilliseconds(copy, display, kBareWindow);
+        if (i == 0)
+            continue;  // from here on everything is in memory
+        tool.push_back(toolTime);
+        bare.push_back(bareTime);
+    }
+    PrintFigure("Start/Tool", Median(tool));
+    PrintFigure("Start/Bare", Median(bare));
+}
+
+double UsedWhile(QProcess& process, Seconds time)
+{
+    const double before = ProcessorSeconds(process.processId());
+    std::this_thread::sleep_for(time);
+    return ProcessorSeconds(process.processId()) - before;
+}
+
+void MeasureIdle(QProcess& tool, DisplayWatch& display, const Copy& copy)
+{
+    display.Drain();
+    QProcess bare;
+    copy.Start(bare, kBareWindow);
+    display.NextLargeWindow();
+    std::this_thread::sleep_for(kSettling);
+    const double bareBefore = ProcessorSeconds(bare.processId());
+    PrintFigure("Idle/Tool", UsedWhile(tool, kWatched) * 1000);
+    PrintFigure("Idle/Bare", (ProcessorSeconds(bare.processId()) - bareBefore) * 1000);
+    End(bare);
+}
+
+void Press(std::uint32_t window, const char* keys)
+{
+    QProcess xdotool;
+    xdotool.start(QStringLiteral("xdotool"), {"windowfocus", "--sync", QString::number(window), "key", keys});
+    if (!xdotool.waitForFinished(kPatienceMs) || xdotool.exitCode() != 0)
+        throw NotMeasured("xdotool can't press keys");
+}
+
+void Control(QProcess& vehicle, const char* statement)
+{
+    vehicle.write(QByteArray(statement) + '\n');
+    while (!vehicle.canReadLine() && vehicle.waitForReadyRead(kPatienceMs)) {
+    }
+    if (vehicle.readLine().trimmed() != "ok")
+        throw NotMeasured("the simulated vehicle does not obey");
+}
+
+void StartVehicle(QProcess& vehicle, const Copy& copy)
+{
+    const QString scenario = copy.Path("scenario.txt");
+    QFile file(scenario);
+    if (!file.open(QIODevice::WriteOnly) || file.write("quiet\n") < 0)
+        throw NotMeasured("the scenario can't be written");
+    file.close();
+    copy.Start(vehicle, kVehicle, {"--port", "5", "--pace", "--control", "--scenario", scenario});
+    while (!vehicle.canReadLine() && vehicle.waitForReadyRead(kPatienceMs)) {
+    }
+    if (!vehicle.readLine().startsWith("ready"))
+        throw NotMeasured("the simulated vehicle does not start");
+}
+
+void Connect(std::uint32_t window, const Copy& copy)
+{
+    constexpr qint64 kDetectionFrames = 16;
+    Press(window, "ctrl+k");
+    std::this_thread::sleep_for(kSettling);
+    if (copy.LoggedFrames() < kDetectionFrames)
+        throw NotMeasured("the tool does not connect");
+}
+
+void MeasureTraffic(QProcess& tool, QProcess& vehicle, const Copy& copy)
+{
+    Control(vehicle, "flood");
+    std::this_thread::sleep_for(kSettling);
+    const qint64 before = copy.LoggedFrames();
+    PrintFigure("FullRate/Tool", UsedWhile(tool, kWatched) / kWatched.count() * 100);
+    const double rate = double(copy.LoggedFrames() - before) / kWatched.count();
+    PrintFigure("FullRate/Frames", rate);
+    if (rate < kLeastRate)
+        throw NotMeasured("the line was not full");
+}
+
+void Measure()
+{
+    const Copy copy;
+    DisplayWatch display;
+    MeasureStart(copy, display);
+
+    QProcess vehicle;
+    StartVehicle(vehicle, copy);
+    QProcess tool;
+    display.Drain();
+    copy.Start(tool, copy.Tool());
+    const std::uint32_t window = display.NextLargeWindow();
+    MeasureIdle(tool, display, copy);
+    Connect(window, copy);
+    PrintFigure("Quiet/Tool", UsedWhile(tool, kWatched) / kWatched.count() * 100);
+    MeasureTraffic(tool, vehicle, copy);
+    End(tool);
+    End(vehicle);
+}
+
+}  // namespace
+}  // namespace fenrik
+
+int main(int argc, char** argv)
+{
+    const QCoreApplication application(argc, argv);
+    try {
+        fenrik::Measure();
+    } catch (const fenrik::NotMeasured& reason) {
+        std::fprintf(stderr, "ProgramBench: %s\n", reason.what());
+        return 1;
+    }
+    return 0;
+}

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <cstdint>
+#include <stdexcept>
+
+struct xcb_connection_t;
+
+namespace fenrik {
+
+/// A figure that could not be had; what() is the reason.
+struct NotMeasured : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+/// Prints one figure as "name,value", the form that bench/run reads.
+void PrintFigure(const char* name, double value);
+
+/// A portable copy of the tool in a folder of its own, with its own settings (COM5), gone with the object.
+class Copy {
+public:
+    Copy();
+
+    [[nodiscard]] QString Path(const char* name) const { return mFolder.filePath(QLatin1String(name)); }
+    [[nodiscard]] QString Tool() const { return Path("bin/fenrik-diagnostics"); }
+
+    /// Starts a program that uses the copy.
+    void Start(QProcess& process, const QString& program, const QStringList& arguments = {}) const;
+
+    /// Frames in all message logs.
+    [[nodiscard]] qint64 LoggedFrames() const;
+
+private:
+    QTemporaryDir mFolder;
+};
+
+/// Sees windows come up on the display.
+class DisplayWatch {
+public:
+    DisplayWatch();
+    ~DisplayWatch();
+    DisplayWatch(const DisplayWatch&) = delete;
+    DisplayWatch& operator=(const DisplayWatch&) = delete;
+
+    /// Waits until a window of the main window's width is mapped; gives its number. Narrower ones are splash windows.
+    std::uint32_t NextLargeWindow();
+
+    /// Forgets what was mapped until now.
+    void Drain();
+
+private:
+    xcb_connection_t* mDisplay;
+};
+
+/// Processor seconds that a process has used.
+[[nodiscard]] double ProcessorSeconds(qint64 processId);
+
+/// Ends a process and waits for it.
+void End(QProcess& process);
+
+}  // namespace fenrik
