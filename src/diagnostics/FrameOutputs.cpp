@@ -1,0 +1,224 @@
+#include "diagnostics/FrameOutputs.h"
+
+#include "diagnostics/OutputBar.h"
+#include "diagnostics/PointName.h"
+#include "diagnostics/ReadableColor.h"
+#include "diagnostics/RelationModel.h"
+
+#include "ui_FrameOutputs.h"
+
+#include <QEvent>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QScopedValueRollback>
+#include <QShortcut>
+
+namespace fenrik {
+
+namespace {
+
+const QColor kNoFaultColor(0, 0x80, 0);
+const QColor kFaultColor(0xC0, 0x20, 0x20);
+constexpr const char* kTag = "Tag";  // property of the level list: the PWMKind that it is filled for
+constexpr int kStep = 10;
+constexpr int kOpWidth = 80;
+
+}  // namespace
+
+FrameOutputs::FrameOutputs(QWidget* parent)
+    : QGroupBox(parent), mUi(std::make_unique<Ui::FrameOutputs>()),
+      mTree(new PointTreeModel(QStringLiteral("OUTPUT"), this)), mRelations(new RelationModel(this))
+{
+    mUi->setupUi(this);
+    SetUpTree();
+    SetUpControl();
+    SetUpRelations();
+    connect(mUi->tbOutputs, &OutputBar::ButtonClicked, this, &FrameOutputs::ButtonClicked);
+    Clear();
+}
+
+FrameOutputs::~FrameOutputs() = default;
+
+void FrameOutputs::SetUpTree()
+{
+    mUi->tvOutputs->setModel(mTree);
+    mUi->tvOutputs->setItemDelegate(new ReadableDelegate(this));
+    connect(mUi->tvOutputs->selectionModel(), &QItemSelectionModel::currentChanged, this, &FrameOutputs::ReportNode);
+    connect(mUi->tvOutputs, &QTreeView::clicked, this, &FrameOutputs::ReportNode);
+}
+
+void FrameOutputs::SetUpControl()
+{
+    // Completing what is typed would turn a 5 into 50%.
+    mUi->cmbDPWMC->setCompleter(nullptr);
+    mUi->cmbDPWMC->setProperty(kTag, QStringLiteral("0"));
+    connect(mUi->cmbDPWMC, &QComboBox::currentTextChanged, this,
+            [this](const QString& level) { mUi->cmdDPWMC->setToolTip(OutputTexts::ForceTip(level)); });
+    connect(mUi->cmbDPWMC->lineEdit(), &QLineEdit::returnPressed, mUi->cmdDPWMC, &QPushButton::click);
+    connect(mUi->cmdDPWMC, &QPushButton::clicked, this, &FrameOutputs::ForceClicked);
+}
+
+void FrameOutputs::SetUpRelations()
+{
+    mUi->lvRelations->setModel(mRelations);
+    mUi->lvRelations->header()->resizeSection(RelationModel::OpColumn, kOpWidth);
+    connect(mUi->lvRelations, &QTreeView::doubleClicked, this, &FrameOutputs::ReportTerm);
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
+        auto* enter = new QShortcut(key, mUi->lvRelations, nullptr, nullptr, Qt::WidgetShortcut);
+        connect(enter, &QShortcut::activated, this, [this] { ReportTerm(mUi->lvRelations->currentIndex()); });
+    }
+}
+
+void FrameOutputs::SetCaption(const QString& caption)
+{
+    setTitle(QString(caption).replace(QLatin1Char('&'), QStringLiteral("&&")));
+}
+
+void FrameOutputs::ShowWords(const QString& words)
+{
+    mUi->pnlOutputs->hide();
+    mUi->lblNoOutputs->setText(words);
+    mUi->lblNoOutputs->show();
+}
+
+void FrameOutputs::ShowPanel(bool downloaded)
+{
+    mUi->lblNoOutputs->hide();
+    mUi->lblNotDownloaded->setVisible(!downloaded);
+    mUi->pnlOutputs->show();
+}
+
+void FrameOutputs::Clear()
+{
+    mUi->pnlOutputs->hide();
+    const QScopedValueRollback selecting(mSelecting, true);
+    mTree->SetPoints({});
+    mUi->tbOutputs->SetCount(0);
+    mRelations->SetRows({});
+}
+
+OutputBar& FrameOutputs::Buttons()
+{
+    return *mUi->tbOutputs;
+}
+
+void FrameOutputs::SelectOutput(int number)
+{
+    const QModelIndex selected = mUi->tvOutputs->currentIndex();
+    if (number != 0 && PointName::NumberOf(selected.data(PointTreeModel::KeyRole).toString()) == number)
+        return;
+    const QScopedValueRollback selecting(mSelecting, true);
+    mUi->tvOutputs->setCurrentIndex(number == 0 ? QModelIndex() : mTree->IndexOf(number));
+    if (number == 0)  // the list of levels is filled anew for the next output
+        mUi->cmbDPWMC->setProperty(kTag, QStringLiteral("0"));
+}
+
+void FrameOutputs::ReportNode(const QModelIndex& index)
+{
+    if (mSelecting || !index.isValid())
+        return;
+    Q_EMIT NodeClicked(index.data(PointTreeModel::KeyRole).toString(), index.data(PointTreeModel::TagRole).toString());
+}
+
+void FrameOutputs::ReportTerm(const QModelIndex& index)
+{
+    const int command = index.data(RelationModel::TagRole).toInt();
+    if (command > 0)
+        Q_EMIT CommandChosen(command, mRelations->Rows().at(index.row()).op);
+}
+
+void FrameOutputs::ShowDetails(const OutputDetails& details)
+{
+    mUi->lblShed->setText(details.shed);
+    mUi->lblFlashing->setText(details.flashing);
+    mUi->lblSeqOnTitle->setText(details.timing.onTitle);
+    mUi->lblSeqOn->setText(details.timing.on);
+    const bool pair = !details.timing.offTitle.isEmpty();
+    mUi->lblOffTitle->setVisible(pair);
+    mUi->lblOff->setVisible(pair);
+    if (pair)
+        mUi->lblOffTitle->setText(details.timing.offTitle);
+    mUi->lblOff->setText(details.timing.off);
+    mUi->lblFaults->setText(details.fault);
+    mFaulty = details.faulty;
+    PaintFault();
+}
+
+void FrameOutputs::ShowNoWholeValues()
+{
+    mUi->lblFlashing->setText(QLatin1String(OutputTexts::kUnavailable));
+    mUi->lblShed->setText(QLatin1String(OutputTexts::kUnavailable));
+}
+
+void FrameOutputs::ClearFlashingAndFaults()
+{
+    mUi->lblFlashing->clear();
+    mUi->lblFaults->clear();
+}
+
+void FrameOutputs::SetTerms(const QList<TermRow>& rows)
+{
+    mRelations->SetRows(rows);
+}
+
+void FrameOutputs::HideControl()
+{
+    mUi->lblDPMC->hide();
+    mUi->cmbDPWMC->hide();
+    mUi->cmdDPWMC->hide();
+}
+
+void FrameOutputs::ShowControl()
+{
+    mUi->lblDPMC->show();
+    mUi->cmbDPWMC->show();
+    mUi->cmdDPWMC->show();
+}
+
+void FrameOutputs::FillLevels(int pwmKind)
+{
+    const bool known = pwmKind == 1 || pwmKind == 2;
+    const QString tag = QString::number(known ? pwmKind : 0);
+    if (known && mUi->cmbDPWMC->property(kTag).toString() == tag)
+        return;
+    mUi->cmbDPWMC->clear();
+    mUi->cmbDPWMC->setProperty(kTag, tag);
+    if (!known)
+        return;
+    mUi->cmbDPWMC->addItem(QLatin1String(OutputTexts::kRelease), 0);
+    for (int percent = pwmKind == 1 ? kStep : 0; percent <= 100; percent += kStep)
+        mUi->cmbDPWMC->addItem(QStringLiteral("%1%").arg(percent), percent);
+}
+
+void FrameOutputs::SetLevel(const QString& level)
+{
+    mUi->cmbDPWMC->setCurrentIndex(mUi->cmbDPWMC->findText(level, Qt::MatchExactly | Qt::MatchCaseSensitive));
+    mUi->cmbDPWMC->setEditText(level);
+    mUi->cmdDPWMC->setToolTip(OutputTexts::ForceTip(level));
+}
+
+QString FrameOutputs::Level() const
+{
+    return mUi->cmbDPWMC->currentText();
+}
+
+void FrameOutputs::FocusLevel()
+{
+    mUi->cmbDPWMC->setFocus();
+}
+
+void FrameOutputs::PaintFault()
+{
+    QPalette colors = palette();
+    colors.setColor(QPalette::WindowText, ReadableColor(mFaulty ? kFaultColor : kNoFaultColor, colors));
+    mUi->lblFaults->setPalette(colors);
+}
+
+void FrameOutputs::changeEvent(QEvent* event)
+{
+    QGroupBox::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        PaintFault();
+}
+
+}  // namespace fenrik

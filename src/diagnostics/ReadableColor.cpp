@@ -1,0 +1,34 @@
+#include "diagnostics/ReadableColor.h"
+
+namespace fenrik {
+
+namespace {
+
+constexpr int kMiddle = 128;
+constexpr int kLightHue = 175;
+
+bool IsDark(const QPalette& palette)
+{
+    return palette.color(QPalette::Base).lightness() < kMiddle;
+}
+
+}  // namespace
+
+QColor ReadableColor(const QColor& color, const QPalette& palette)
+{
+    if (!color.isValid() || !IsDark(palette))
+        return color;
+    if (color.hslSaturation() == 0)
+        return palette.color(color.lightness() < kMiddle ? QPalette::Active : QPalette::Disabled, QPalette::Text);
+    return QColor::fromHsl(color.hslHue(), color.hslSaturation() * 3 / 4, qMax(color.lightness(), kLightHue));
+}
+
+void ReadableDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const
+{
+    QStyledItemDelegate::initStyleOption(option, index);
+    const auto color = index.data(Qt::ForegroundRole).value<QColor>();
+    if (color.isValid())
+        option->palette.setColor(QPalette::Text, ReadableColor(color, option->palette));
+}
+
+}  // namespace fenrik
