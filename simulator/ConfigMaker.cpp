@@ -23,7 +23,7 @@ struct InputTraits {
 constexpr InputTraits kInputTraits[] = {
     {3, 17, false, 0},   {1, 17, false, 500},   {3, 34, true, 0},      {4, 33, false, 1250}, {2, 2, false, 0},
     {1, 17, true, 2000}, {6, 34, false, 0},     {3, 17, false, 30000}, {5, 1, false, 250},   {3, 17, true, 0},
-    {4, 34, false, 0},   {1, 17, false, 65000}, {3, 7, false, 0},
+    {4, 7, false, 0},    {1, 17, false, 65000}, {3, 34, false, 0},
 };
 constexpr int kSpareInputs[] = {13, 14};  // of the models with 16
 
@@ -102,7 +102,7 @@ public:
         const auto round = mNext++ / commands.size();
         auto name = std::string(command.name) + word;
         if (round > 0)
-            name += " " + std::to_string(round + 1);
+            name.append(" ").append(std::to_string(round + 1));
         return {command.number, name};
     }
 

@@ -30,9 +30,22 @@ TEST(SimulatorOptions, ALinkMayTakeThePlaceOfAPort)
 TEST(SimulatorOptions, HelpNeedsNothingElseAndNamesEveryOption)
 {
     EXPECT_TRUE(Options::Parse({"--help"}).help);
-    for (const char* option :
-         {"--port", "--device-link", "--scenario", "--log", "--pace", "--control", "--duration", "--seed", "--help"})
+    for (const char* option : {"--port", "--device-link", "--scenario", "--log", "--pace", "--control", "--duration",
+                               "--seed", "--help", "--describe", "--road", "--write-images", "--system"})
         EXPECT_THAT(Options::HelpText(), testing::HasSubstr(option));
+}
+
+TEST(SimulatorOptions, TellingNodesNeedsNoPort)
+{
+    const auto options =
+        Options::Parse({"--describe", "--road", "memory", "--write-images", "/images", "--system", "Bus 12"});
+    EXPECT_TRUE(options.describe);
+    EXPECT_EQ(options.road, Road::Memory);
+    EXPECT_EQ(options.writeImages, "/images");
+    EXPECT_EQ(options.system, "Bus 12");
+    EXPECT_FALSE(options.RunsVehicle());
+    EXPECT_TRUE(Options::Parse({"--port", "5"}).RunsVehicle());
+    EXPECT_FALSE(Options::Parse({"--describe"}).road);
 }
 
 class BadOptions : public testing::TestWithParam<std::vector<std::string>> {};
@@ -42,13 +55,14 @@ TEST_P(BadOptions, AreRefused)
     EXPECT_THROW((void)Options::Parse(GetParam()), std::invalid_argument);
 }
 
-INSTANTIATE_TEST_SUITE_P(SimulatorOptions, BadOptions,
-                         testing::Values(std::vector<std::string>{}, std::vector<std::string>{"--port"},
-                                         std::vector<std::string>{"--port", "0"},
-                                         std::vector<std::string>{"--port", "17"},
-                                         std::vector<std::string>{"--port", "x"},
-                                         std::vector<std::string>{"--port", "5", "--duration", "-1"},
-                                         std::vector<std::string>{"--port", "5", "--fast"}));
+INSTANTIATE_TEST_SUITE_P(
+    SimulatorOptions, BadOptions,
+    testing::Values(std::vector<std::string>{}, std::vector<std::string>{"--port"},
+                    std::vector<std::string>{"--port", "0"}, std::vector<std::string>{"--describe", "--road", "short"},
+                    std::vector<std::string>{"--road", "query"}, std::vector<std::string>{"--write-images"},
+                    std::vector<std::string>{"--port", "17"}, std::vector<std::string>{"--port", "x"},
+                    std::vector<std::string>{"--port", "5", "--duration", "-1"},
+                    std::vector<std::string>{"--port", "5", "--fast"}));
 
 }  // namespace
 }  // namespace fenrik

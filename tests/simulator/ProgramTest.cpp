@@ -160,6 +160,29 @@ TEST_F(VehicleProgram, EndsWithItsCodesForBadOptionsAndMissingFiles)
     EXPECT_THAT(process.readAllStandardOutput().toStdString(), StartsWith("Usage: fenrik-vehicle"));
 }
 
+TEST_F(VehicleProgram, DescribesItsNodesAndWritesTheirImagesInPlaceOfRunning)
+{
+    Start({"--describe", "--write-images", QString::fromStdString(Path("images")), "--system", "Bus 12"});
+    EXPECT_EQ(ExitCode(), 0);
+    const auto text = process.readAllStandardOutput().toStdString();
+    EXPECT_THAT(text, HasSubstr("node 2 road memory\n"));
+    EXPECT_THAT(text, HasSubstr("node 5 road flash\n"));
+    EXPECT_THAT(text, HasSubstr("node 3 name \"Door left\"\n"));
+    EXPECT_EQ(fs::file_size(root / "images" / "Bus 12_Node 3.bin"), 32768u);
+    EXPECT_FALSE(fs::exists(root / "images" / "Bus 12_Node 7.bin"));
+    EXPECT_FALSE(LinkThere());
+}
+
+TEST_F(VehicleProgram, DescribesOneRoadOfTheNodesThatHaveIt)
+{
+    const auto scenario = WriteFile("nodes.txt", "node 1 type 2 Door\nnode 2 type 16 Engine\n");
+    Start({"--describe", "--road", "memory", "--scenario", scenario});
+    EXPECT_EQ(ExitCode(), 0);
+    const auto text = process.readAllStandardOutput().toStdString();
+    EXPECT_THAT(text, HasSubstr("node 1 road memory\n"));
+    EXPECT_THAT(text, testing::Not(HasSubstr("node 2 ")));
+}
+
 TEST_F(VehicleProgram, KeepsALinkThatTheUserMade)
 {
     fs::create_directories(link.parent_path());
