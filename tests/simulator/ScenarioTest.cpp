@@ -243,7 +243,21 @@ TEST(Scenario, TheShippedDayHasTheDefaultVehicle)
         EXPECT_EQ(shipped[i].type, expected[i].type);
         EXPECT_EQ(shipped[i].name, expected[i].name);
         EXPECT_EQ(shipped[i].pushes, expected[i].pushes);
+        EXPECT_EQ(shipped[i].memoryOnly, expected[i].memoryOnly);
+        EXPECT_EQ(shipped[i].lateSeconds, expected[i].lateSeconds);
     }
+}
+
+TEST(Scenario, TheWordsOfANodeAreTaken)
+{
+    std::vector<ScenarioProblem> problems;
+    const auto nodes = Read("node 1 type 6 Climate plain late 2.5\nnode 2 type 0 Old memory old\n", problems).nodes;
+    ASSERT_THAT(problems, IsEmpty());
+    EXPECT_TRUE(nodes[0].plainFlash);
+    EXPECT_EQ(nodes[0].lateSeconds, 2.5);
+    EXPECT_FALSE(nodes[0].memoryOnly);
+    EXPECT_TRUE(nodes[1].memoryOnly);
+    EXPECT_TRUE(nodes[1].oldTypeQuery);
 }
 
 }  // namespace
