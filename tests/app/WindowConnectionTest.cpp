@@ -309,6 +309,15 @@ TEST_F(WindowConnectionTest, TheFunctionKeysDoNothingWhileTheWindowIsBusy)
     Window().Hub().SetUIState(UiState::kReady);
 }
 
+TEST_F(WindowConnectionTest, AClickInsideAnExchangeLeavesTheWindowBusy)
+{
+    StartAndConnect("AutoDetect=False\n");
+    Window().Hub().SetUIState(UiState::kBusy);
+    Button("Clear").trigger();  // as a menu may do, which is open to the user all the time
+    EXPECT_FALSE(Window().Hub().State().Ready());
+    Window().Hub().SetUIState(UiState::kReady);
+}
+
 // --- Sync ----------------------------------------------------------------------------------------------------------
 
 TEST_F(WindowConnectionTest, TheArtificialSyncIsSentWhileItsOptionIsOn)
