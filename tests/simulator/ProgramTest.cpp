@@ -165,7 +165,7 @@ TEST_F(VehicleProgram, DescribesItsNodesAndWritesTheirImagesInPlaceOfRunning)
     Start({"--describe", "--write-images", QString::fromStdString(Path("images")), "--system", "Bus 12"});
     EXPECT_EQ(ExitCode(), 0);
     const auto text = process.readAllStandardOutput().toStdString();
-    EXPECT_THAT(text, HasSubstr("node 2 road memory\n"));
+    EXPECT_THAT(text, HasSubstr("node 8 road memory\n"));
     EXPECT_THAT(text, HasSubstr("node 5 road flash\n"));
     EXPECT_THAT(text, HasSubstr("node 3 name \"Door left\"\n"));
     EXPECT_EQ(fs::file_size(root / "images" / "Bus 12_Node 3.bin"), 32768u);
