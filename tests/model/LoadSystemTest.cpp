@@ -148,6 +148,29 @@ TEST_F(LoadSystemTest, MakesItsNodesMarkTheSystem)
     EXPECT_TRUE(system.Dirty());
 }
 
+TEST_F(LoadSystemTest, ReadsWholeImagesUnlessItIsInAHurry)
+{
+    MakeImage(QStringLiteral("Bus_Node 1.bin"), 1, 3);
+    QByteArray image(SystemFiles::kImageSize, ' ');
+    image[2] = 2;
+    image[3] = 4;
+    image[14] = 2;
+    image.replace(0x0D00 - 1, 4, "Horn");
+    image.replace(0x0C60 - 1, 4, "Rear");
+    MakeFile(File(QStringLiteral("Bus_Node 2.bin")), image);
+    system.LoadSystem(QStringLiteral("Bus"), folder.path(), false);
+    EXPECT_THAT(Numbers(), ElementsAre(1, 2, 3, 4));
+    EXPECT_EQ(system.Node(1)->TypeName(), QStringLiteral("Brontes"));
+    EXPECT_EQ(system.Node(2)->typeID(), 2);
+    EXPECT_EQ(system.Node(2)->Name(), QStringLiteral("Rear"));
+    EXPECT_EQ(system.Node(2)->COutputs()[1].Name(), QStringLiteral("Horn"));
+    EXPECT_EQ(system.Node(2)->COutputs()[1].Parent(), system.Node(2));
+    EXPECT_FALSE(system.Dirty());
+
+    Load();
+    EXPECT_EQ(system.Node(2)->typeID(), 254);
+}
+
 TEST_F(LoadSystemTest, StartsFromNothingEachTime)
 {
     Load();
