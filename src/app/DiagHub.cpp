@@ -9,6 +9,7 @@
 #include "app/frmDiag.h"
 #include "app/messages/MessageListModel.h"
 #include "app/messages/MessageListView.h"
+#include "diagnostics/States.h"
 #include "link/CMsgHandler.h"
 #include "model/CNode.h"
 #include "platform/Boxes.h"
@@ -121,6 +122,11 @@ void DiagHub::OpenSpecialCommand(const CMessage&)
 void DiagHub::PressCollision(bool pressed)
 {
     mWindow.Toolbar().Press(QStringLiteral("Collision"), pressed);
+}
+
+void DiagHub::CommandSent()
+{
+    mWindow.Panels().StatesView().CommandSent();
 }
 
 void DiagHub::SelectLastLine()
@@ -277,6 +283,11 @@ void DiagHub::ResetPanels()
     mWindow.Panels().ResetPanels();
 }
 
+void DiagHub::ResetStates()
+{
+    mWindow.Panels().StatesView().ResetStates();
+}
+
 void DiagHub::SetToolbarEnabled(bool enabled)
 {
     mWindow.Toolbar().setEnabled(enabled);
@@ -308,9 +319,9 @@ void DiagHub::ShowMessageList(bool visible)
     mWindow.ShowMessageList(visible);
 }
 
-bool DiagHub::TakenByStates(const CMessage&)
+bool DiagHub::TakenByStates(const CMessage& message)
 {
-    return false;
+    return mWindow.Panels().StatesView().TakeMessage(message);
 }
 
 void DiagHub::NodeAnnounced(int node)
@@ -336,7 +347,10 @@ void DiagHub::UpdateLoadShed(int data)
     mWindow.Panels().UpdateLoadShed(data);
 }
 
-void DiagHub::UpdateDiagnostics(const CMessage&) {}
+void DiagHub::UpdateDiagnostics(const CMessage& message)
+{
+    mWindow.Panels().StatesView().UpdateDiagnostics(message);
+}
 
 void DiagHub::LightSync()
 {
@@ -413,8 +427,10 @@ void DiagHub::HandleSelectedNodeChange()
 void DiagHub::HandleMountedNodeChange()
 {
     RefreshNodeActions();
-    if (mSystem.MountedNodeNumber() == 0)
-        mWindow.Panels().SetCollisionMonitor(false);
+    if (mSystem.MountedNodeNumber() != 0)
+        return;
+    ResetStates();
+    mWindow.Panels().SetCollisionMonitor(false);
 }
 
 }  // namespace fenrik

@@ -58,7 +58,7 @@ public:
     void SetUIState(int state) override { mUi.SetUIState(state); }
     [[nodiscard]] bool IsConnected() const override { return mUi.Connected(); }
     void OpenSpecialCommand(const CMessage& message) override;
-    void CommandSent() override {}
+    void CommandSent() override;
     void SelectLastLine() override;
 
     /// The menu's "Send Artificial Sync" and the sync timer behind it.
@@ -108,7 +108,7 @@ private:
     [[nodiscard]] bool IsReady() const override { return mUi.Ready(); }
     void RefreshNodeActions() override;
     void ClickNode(int number) override;
-    void ResetStates() override {}
+    void ResetStates() override;
 
     // PumpHost
     void CarrierWasLost() override;

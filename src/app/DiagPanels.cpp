@@ -2,9 +2,11 @@
 
 #include "app/DiagHub.h"
 #include "diagnostics/CharacterFace.h"
+#include "diagnostics/Flash.h"
 #include "diagnostics/OpenGraphics.h"
 #include "diagnostics/PicAnalogDisplay.h"
 #include "diagnostics/PicMiscDisplay.h"
+#include "diagnostics/States.h"
 #include "link/CMsgHandler.h"
 #include "platform/VersionInfo.h"
 
@@ -71,15 +73,16 @@ void DiagPanels::Attach(DiagHub& hub, QMenu& menu)
 {
     mHub = &hub;
     mMiscDisplay->setMenu(&menu);
-    const auto notYet = [this] {
-        mGraphics->ClearFace();
-        mGraphics->PutTitleLines({QStringLiteral("This view is not part of"), QStringLiteral("this version.")}, true,
-                                 false);
-    };
+    NodeViewHost& host = *this;
+    mStates = std::make_unique<States>(hub.System(), mServices.handler, mServices.commands, *mGraphics,
+                                       mServices.errors, host);
+    mFlash = std::make_unique<Flash>(hub.System(), mServices.handler, *mGraphics, mServices.errors, host);
+    const auto showFlash = [this] { mFlash->DisplayFlashInfo(); };
     hub.Views().setView(kAnalogView, {mAnalogDisplay, [this] { ShowAnalog(); }, {}});
-    hub.Views().setView(1, {mAnalogDisplay, notYet, {}});
+    hub.Views().setView(kViewStates, {mAnalogDisplay, [this] { mStates->Open(); },
+                                      [this](bool getNewInfo) { mStates->RefreshFrame(getNewInfo); }});
     hub.Views().setView(2, {mFrameOutputs, {}, {}});
-    hub.Views().setView(3, {mAnalogDisplay, notYet, {}});
+    hub.Views().setView(kViewFlashInfo, {mAnalogDisplay, showFlash, [showFlash](bool) { showFlash(); }});
     hub.Views().setView(4, {mFrameInputs, {}, {}});
     hub.State().AlsoDisableWhileBusy(mFrameOutputs);
     hub.State().AlsoDisableWhileBusy(mFrameInputs);
@@ -114,6 +117,7 @@ void DiagPanels::UpdateAnalog(int command)
 void DiagPanels::ResetPanels()
 {
     mAnalog->ResetAnalogSlots();
+    mStates->ClearFaults();
     if (mHub->Views().DisplayState() == kAnalogView)
         ShowAnalog();
 }
@@ -157,6 +161,16 @@ std::optional<int> DiagPanels::AskNodeCount()
     question.Command = kNodeCollisions;
     const auto reply = mServices.handler.SendMessageGetReply(question, kValueReply);
     return reply ? std::optional(int(reply->data)) : std::nullopt;
+}
+
+int DiagPanels::DisplayState() const
+{
+    return mHub->Views().DisplayState();
+}
+
+bool DiagPanels::VerifyNode(CNode* node, bool force)
+{
+    return mHub->Discovery().VerifyNode(node, force);
 }
 
 bool DiagPanels::UIReady() const

@@ -6,6 +6,7 @@
 #include "diagnostics/Graphics.h"
 #include "diagnostics/Loadshed.h"
 #include "diagnostics/MiscFace.h"
+#include "diagnostics/NodeViewHost.h"
 
 #include <QObject>
 
@@ -18,14 +19,16 @@ namespace fenrik {
 
 struct AsciiMap;
 class DiagHub;
+class Flash;
 class OpenGraphics;
 class PicAnalogDisplay;
 class PicMiscDisplay;
+class States;
 struct Services;
 
 /// The instruments of the main window: the pages of the views, and the small panel that is always on screen with its
 /// lamp, counters and load-shed rows. Owns what draws on them.
-class DiagPanels : public QObject, private NodeCountSource, private CollisionHost {
+class DiagPanels : public QObject, private NodeCountSource, private CollisionHost, private NodeViewHost {
     Q_OBJECT
 
 public:
@@ -40,6 +43,9 @@ public:
     [[nodiscard]] QWidget* Panel() const;
 
     [[nodiscard]] MiscFace& Face() { return *mMiscFace; }
+
+    /// From Attach on.
+    [[nodiscard]] States& StatesView() { return *mStates; }
 
     /// The toolbar's "Collision", and the end of a mount.
     void SetCollisionMonitor(bool on);
@@ -72,9 +78,13 @@ private:
     // NodeCountSource
     [[nodiscard]] std::optional<int> AskNodeCount() override;
 
-    // CollisionHost
-    [[nodiscard]] bool UIReady() const override;
+    // NodeViewHost
+    [[nodiscard]] int DisplayState() const override;
+    bool VerifyNode(CNode* node, bool force) override;
+
+    // CollisionHost; the first also NodeViewHost
     void SetUIState(int state) override;
+    [[nodiscard]] bool UIReady() const override;
     void setTxtMsg(const QString& text) override;
     [[nodiscard]] int MountedNodeNumber() const override;
     void setCollisionPressed(bool pressed) override;
@@ -87,6 +97,8 @@ private:
     QWidget* mFrameInputs = nullptr;
     std::unique_ptr<Graphics> mGraphics;
     std::unique_ptr<Analog> mAnalog;
+    std::unique_ptr<States> mStates;
+    std::unique_ptr<Flash> mFlash;
     PicMiscDisplay* mMiscDisplay = nullptr;  // owned by the window's layout
     std::unique_ptr<MiscFace> mMiscFace;
     std::unique_ptr<Loadshed> mLoadshed;
