@@ -21,7 +21,7 @@ QFileInfoList ImagesInOrder(const QString& folder, const QString& systemName)
                file.size() == SystemFiles::kImageSize;
     });
 
-    QCollator byNumber(QLocale(QLocale::English));  // the C locale knows no numeric mode
+    QCollator byNumber{QLocale(QLocale::English)};  // the C locale knows no numeric mode
     byNumber.setNumericMode(true);
     std::sort(images.begin(), images.end(), [&byNumber](const QFileInfo& left, const QFileInfo& right) {
         return byNumber.compare(left.fileName(), right.fileName()) < 0;
