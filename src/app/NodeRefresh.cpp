@@ -91,7 +91,9 @@ void NodeRefresh::MountNode(int number)
 
 void NodeRefresh::UnmountNode(int number)
 {
-    mDiscovery.UnmountNode(number);
+    // How the download ended is what the user waits for; that its own mount went with it is no news.
+    if (mDiscovery.UnmountNode(number))
+        mStatus.setMsg(mLastStatus);
 }
 
 void NodeRefresh::pbProgressInit(int total)
@@ -111,6 +113,7 @@ void NodeRefresh::pbProgressEnd()
 
 void NodeRefresh::ShowStatus(const QString& text)
 {
+    mLastStatus = text;
     mStatus.setMsg(text);
 }
 

@@ -3,6 +3,8 @@
 #include "model/DownloadHost.h"
 #include "model/NodeLink.h"
 
+#include <QString>
+
 #include <memory>
 
 namespace fenrik {
@@ -55,6 +57,7 @@ private:
     StatusLine& mStatus;
     NodeLink mLink;
     bool mDidCancel = false;
+    QString mLastStatus;
     std::unique_ptr<WaitCursor> mHourglass;
 };
 

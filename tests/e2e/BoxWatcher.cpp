@@ -1,8 +1,8 @@
 #include "e2e/BoxWatcher.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QDialog>
-#include <QMessageBox>
 
 #include <utility>
 
@@ -28,7 +28,13 @@ QStringList BoxWatcher::Take()
 void BoxWatcher::Look()
 {
     QWidget* open = QApplication::activeModalWidget();
-    if (auto* box = qobject_cast<QMessageBox*>(open)) {
+    auto* box = qobject_cast<QMessageBox*>(open);
+    if (box && !mAnswers.empty()) {
+        QAbstractButton* button = box->button(mAnswers.front());
+        mAnswers.pop_front();
+        if (button)
+            button->click();
+    } else if (box) {
         mTexts.append(box->text());
         box->accept();
     } else if (auto* dialog = qobject_cast<QDialog*>(open)) {

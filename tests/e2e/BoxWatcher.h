@@ -1,8 +1,11 @@
 #pragma once
 
+#include <QMessageBox>
 #include <QObject>
 #include <QStringList>
 #include <QTimer>
+
+#include <deque>
 
 namespace fenrik {
 
@@ -12,6 +15,9 @@ class BoxWatcher : public QObject {
 public:
     BoxWatcher();
 
+    /// Presses `button` of the next message box that nobody has answered so far; it counts as expected.
+    void AnswerNext(QMessageBox::StandardButton button) { mAnswers.push_back(button); }
+
     /// The texts since the last call.
     [[nodiscard]] QStringList Take();
 
@@ -20,6 +26,7 @@ private:
 
     QTimer mTimer;
     QStringList mTexts;
+    std::deque<QMessageBox::StandardButton> mAnswers;
 };
 
 }  // namespace fenrik

@@ -1,0 +1,230 @@
+// Downloading nodes by the toolbar, compared field by field with what the simulator says that they hold.
+
+#include "e2e/HeldNode.h"
+#include "e2e/ToolTest.h"
+#include "model/CNode.h"
+#include "model/CSystem.h"
+
+#include <QFile>
+#include <QProcess>
+#include <QSettings>
+#include <QTest>
+
+#include <map>
+
+namespace fenrik {
+namespace {
+
+using testing::Contains;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+const QString kScenario = QStringLiteral(FENRIK_SCENARIO_FOLDER "/download.txt");
+constexpr int kNodesInScenario = 11;
+
+/// What the view of the flash shows is read there and not by a download.
+bool IsOfTheHeader(const QString& key)
+{
+    return key.startsWith(QLatin1String("header ")) || key.startsWith(QLatin1String("version "));
+}
+
+class Download : public ToolTest {
+protected:
+    void SetUp() override
+    {
+        ToolTest::SetUp();
+        QSettings settings(copy.ConfigFolder() + "/settings.ini", QSettings::IniFormat);
+        settings.setValue("Settings/NodesInSystem", QString::number(kNodesInScenario));
+    }
+
+    void Connect()
+    {
+        QFile file(kScenario);
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        ASSERT_NO_FATAL_FAILURE(StartConnected(file.readAll().constData()));
+    }
+
+    [[nodiscard]] CNode& Node(int number) { return *program->Window()->System().Nodes().Find(number); }
+
+    void Select(int number) { Click("Nodebar", QStringLiteral("Node%1").arg(number).toLatin1().constData()); }
+
+    /// Downloads the node with its names; gives the last words of the status line.
+    std::string DownloadNode(int number)
+    {
+        Select(number);
+        boxes.AnswerNext(QMessageBox::Yes);
+        Click("Toolbar", "Refresh");
+        return Text("txtMsg");
+    }
+
+    /// The simulator's own description of a node: field and value.
+    [[nodiscard]] static std::vector<std::pair<QString, QString>> Described(int number)
+    {
+        QProcess describe;
+        describe.start(QStringLiteral(FENRIK_BIN_FOLDER "/fenrik-vehicle"), {"--describe", "--scenario", kScenario});
+        EXPECT_TRUE(describe.waitForFinished());
+        std::vector<std::pair<QString, QString>> fields;
+        const QString head = QStringLiteral("node %1 ").arg(number);
+        const auto lines = QString::fromUtf8(describe.readAllStandardOutput()).split(QLatin1Char('\n'));
+        for (const QString& line : lines) {
+            if (!line.startsWith(head))
+                continue;
+            const QString field = line.mid(head.size());
+            const auto quote = field.indexOf(QLatin1String(" \""));
+            const auto split = quote >= 0 ? quote : field.lastIndexOf(QLatin1Char(' '));
+            fields.emplace_back(field.left(split), field.mid(split + 1));
+        }
+        return fields;
+    }
+
+    /// Number of the first node of that type and road.
+    [[nodiscard]] static int NodeOf(const char* type, const char* road)
+    {
+        for (int number = 1; number <= kNodesInScenario; ++number) {
+            std::map<QString, QString> fields;
+            for (const auto& [field, value] : Described(number))
+                fields.emplace(field, value);
+            if (fields["type"] == QLatin1String(type) && fields["road"] == QLatin1String(road))
+                return number;
+        }
+        ADD_FAILURE() << "no node of type " << type << " and road " << road;
+        return 1;
+    }
+
+    void ExpectNodeAsDescribed(int number)
+    {
+        const auto held = HeldNode(Node(number));
+        const auto fields = Described(number);
+        ASSERT_GT(fields.size(), 3u);
+        for (const auto& [field, value] : fields) {
+            if (!IsOfTheHeader(field)) {
+                EXPECT_EQ(held.value(field), value) << "node " << number << ' ' << field.toStdString();
+            }
+        }
+    }
+};
+
+struct RoadRow {
+    const char* name;
+    const char* type;
+    const char* road;
+    const char* closing;
+};
+
+class DownloadRoads : public Download, public testing::WithParamInterface<RoadRow> {};
+
+TEST_P(DownloadRoads, BringWhatTheNodeHolds)
+{
+    const int node = NodeOf(GetParam().type, GetParam().road);
+    ASSERT_NO_FATAL_FAILURE(Connect());
+    EXPECT_EQ(DownloadNode(node), GetParam().closing);
+    ExpectNodeAsDescribed(node);
+    EXPECT_EQ(program->Window()->System().MountedNodeNumber(), 0);
+    EXPECT_TRUE(program->Window()->System().Dirty());
+}
+
+constexpr const char* kByQueries = "Node information successfully updated.";
+// Spelt so since ever.
+constexpr const char* kByMemory = "Node information succesfully updated.";
+
+INSTANTIATE_TEST_SUITE_P(Types, DownloadRoads,
+                         testing::Values(RoadRow{"QueriesOfType16", "16", "query", kByQueries},
+                                         RoadRow{"QueriesOfType10", "10", "query", kByQueries},
+                                         RoadRow{"QueriesOfType9", "9", "query", kByQueries},
+                                         RoadRow{"MemoryOfType0", "0", "memory", kByMemory},
+                                         RoadRow{"MemoryOfType2", "2", "memory", kByMemory},
+                                         RoadRow{"MemoryOfType5", "5", "memory", kByMemory}),
+                         [](const auto& row) { return row.param.name; });
+
+TEST_F(Download, OfAVariableFlashBringsWhatTheNodeHolds)
+{
+    const int node = NodeOf("6", "flash");
+    ASSERT_NO_FATAL_FAILURE(Connect());
+    (void)DownloadNode(node);
+    ExpectNodeAsDescribed(node);
+    EXPECT_TRUE(Node(node).VFlashSupport());
+}
+
+TEST_F(Download, OfAVariableFlashTypeWithoutTheStructureTakesTwoCalls)
+{
+    const int node = NodeOf("6", "query");
+    ASSERT_NO_FATAL_FAILURE(Connect());
+    (void)DownloadNode(node);
+    EXPECT_FALSE(Node(node).VFlashSupport());
+    EXPECT_EQ(DownloadNode(node), kByQueries);
+    ExpectNodeAsDescribed(node);
+}
+
+TEST_F(Download, OfAModelWithoutConfigurationIsRefusedInWords)
+{
+    ASSERT_NO_FATAL_FAILURE(Connect());
+    Select(NodeOf("1", "query"));
+    Click("Toolbar", "Refresh");
+    EXPECT_EQ(Text("txtMsg"), "This Node Type cannot be downloaded.");
+    EXPECT_THAT(boxes.Take(), Contains(QStringLiteral("This Node Type cannot be downloaded.")));
+}
+
+TEST_F(Download, IsCancelledByItsQuestion)
+{
+    ASSERT_NO_FATAL_FAILURE(Connect());
+    Select(NodeOf("16", "query"));
+    boxes.AnswerNext(QMessageBox::Cancel);
+    Click("Toolbar", "Refresh");
+    EXPECT_EQ(Text("txtMsg"), "Data download cancelled.");
+}
+
+TEST_F(Download, IsBrokenOffByEscape)
+{
+    ASSERT_NO_FATAL_FAILURE(Connect());
+    QTimer escape;
+    QObject::connect(&escape, &QTimer::timeout, program->Window(), [this] {
+        if (Text("txtMsg").find("Retrieving Output usage") == 0)
+            QTest::keyClick(program->Window(), Qt::Key_Escape);
+    });
+    escape.start(1);
+    EXPECT_EQ(DownloadNode(NodeOf("16", "query")), "Data download cancelled due to user request.");
+    EXPECT_TRUE(Find<QWidget>("pbProgress").isHidden());
+    EXPECT_TRUE(IsEnabled("Toolbar", "Refresh"));
+}
+
+TEST_F(Download, GivesUpInWordsWhenTheAnswersStop)
+{
+    ASSERT_NO_FATAL_FAILURE(Connect());
+    QTimer silence;
+    QObject::connect(&silence, &QTimer::timeout, program->Window(), [this, &silence] {
+        if (Text("txtMsg").find("Retrieving Output usage") == 0) {
+            silence.stop();
+            vehicle.Control("lose every 1");
+        }
+    });
+    silence.start(1);
+    Select(NodeOf("0", "memory"));
+    boxes.AnswerNext(QMessageBox::Yes);
+    Click("Toolbar", "Refresh");
+    EXPECT_THAT(boxes.Take().join(QLatin1Char('\n')).toStdString(),
+                HasSubstr("Diagnostics is having trouble communicating with the node."));
+    EXPECT_TRUE(Find<QWidget>("pbProgress").isHidden());
+}
+
+TEST_F(Download, EndsWithAPulledCable)
+{
+    ASSERT_NO_FATAL_FAILURE(Connect());
+    QTimer pull;
+    QObject::connect(&pull, &QTimer::timeout, program->Window(), [this, &pull] {
+        if (Text("txtMsg").find("Retrieving Input usage") == 0) {
+            pull.stop();
+            vehicle.Control("unplug");
+        }
+    });
+    pull.start(1);
+    Select(NodeOf("0", "memory"));
+    boxes.AnswerNext(QMessageBox::Yes);
+    Click("Toolbar", "Refresh");
+    EXPECT_EQ(Text("txtStatus"), "Disconnected");
+    EXPECT_TRUE(IsEnabled("Toolbar", "Connect"));
+    EXPECT_TRUE(Find<QWidget>("pbProgress").isHidden());
+    (void)boxes.Take();  // the words of the failure, which another test reads
+}
+
+}  // namespace
+}  // namespace fenrik

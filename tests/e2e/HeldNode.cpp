@@ -1,0 +1,82 @@
+#include "e2e/HeldNode.h"
+
+#include "model/CNode.h"
+
+namespace fenrik {
+
+namespace {
+
+QString Quoted(const QString& text)
+{
+    return QLatin1Char('"') + text + QLatin1Char('"');
+}
+
+QString Truth(bool value)
+{
+    return value ? QStringLiteral("true") : QStringLiteral("false");
+}
+
+QString Number(Fixed4 value)
+{
+    return QString::number(value.ToDouble(), 'g', 12);
+}
+
+QString RoadName(const CNode& node)
+{
+    if (node.VFlashSupport())
+        return QStringLiteral("flash");
+    return node.iProtocol() == CNode::kProtocolImage ? QStringLiteral("memory") : QStringLiteral("query");
+}
+
+void DescribeInput(const CDigitalInput& input, QMap<QString, QString>& held)
+{
+    const QString key = QStringLiteral("input %1 ").arg(input.number());
+    held[key + "name"] = Quoted(input.Name());
+    held[key + "command"] = QString::number(input.InCommand());
+    held[key + "switch-type"] = QString::number(input.SwitchType());
+    held[key + "on-state"] = QString::number(input.OnState());
+    held[key + "three-way"] = QString::number(input.ThreeWay());
+    held[key + "name-ref"] = QString::number(input.NameRef());
+    held[key + "comment-ref"] = QString::number(input.CommentRef());
+    held[key + "on-list-ref"] = QString::number(input.OnExecuteRef());
+    held[key + "off-list-ref"] = QString::number(input.OffExecuteRef());
+    held[key + "off-delay"] = Number(input.OffDelay());
+}
+
+void DescribeOutput(const COutput& output, QMap<QString, QString>& held)
+{
+    const QString key = QStringLiteral("output %1 ").arg(output.number());
+    held[key + "name"] = Quoted(output.Name());
+    held[key + "usage"] = QString::number(output.UsageCode());
+    held[key + "relationship"] = Quoted(QString::fromLatin1(output.RPN().toHex().toUpper()));
+    held[key + "levels"] = QString::number(output.RLevelCount());
+    held[key + "permanently-on"] = Truth(output.PermOn());
+    held[key + "flashing"] = Truth(output.Flashing());
+    held[key + "load-shed"] = Number(output.Loadshed());
+    held[key + "pwm"] = QString::number(output.PWMValue());
+    held[key + "delay-on"] = Number(output.DelayOn());
+    held[key + "delay-off"] = Number(output.DelayOff());
+    held[key + "sequence"] = QString::number(output.Sequence());
+    held[key + "name-ref"] = QString::number(output.NameRef());
+    held[key + "comment-ref"] = QString::number(output.CommentRef());
+    held[key + "fault-detect"] = QString::number(output.FaultDetectType());
+}
+
+}  // namespace
+
+QMap<QString, QString> HeldNode(const CNode& node)
+{
+    QMap<QString, QString> held;
+    held["road"] = RoadName(node);
+    held["type"] = QString::number(node.typeID());
+    held["name"] = Quoted(node.Name());
+    held["inputs"] = QString::number(node.Inputs());
+    held["outputs"] = QString::number(node.Outputs());
+    for (int number = 1; number <= node.CDigitalInputs().Count(); ++number)
+        DescribeInput(*node.CDigitalInputs().Find(number), held);
+    for (int number = 1; number <= node.COutputs().Count(); ++number)
+        DescribeOutput(*node.COutputs().Find(number), held);
+    return held;
+}
+
+}  // namespace fenrik
