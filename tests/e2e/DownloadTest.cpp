@@ -5,6 +5,7 @@
 #include "model/CNode.h"
 #include "model/CSystem.h"
 
+#include <QDir>
 #include <QFile>
 #include <QProcess>
 #include <QSettings>
@@ -58,10 +59,11 @@ protected:
     }
 
     /// The simulator's own description of a node: field and value.
-    [[nodiscard]] static std::vector<std::pair<QString, QString>> Described(int number)
+    [[nodiscard]] static std::vector<std::pair<QString, QString>> Described(int number, const QStringList& more = {})
     {
         QProcess describe;
-        describe.start(QStringLiteral(FENRIK_BIN_FOLDER "/fenrik-vehicle"), {"--describe", "--scenario", kScenario});
+        describe.start(QStringLiteral(FENRIK_BIN_FOLDER "/fenrik-vehicle"),
+                       QStringList{"--describe", "--scenario", kScenario} + more);
         EXPECT_TRUE(describe.waitForFinished());
         std::vector<std::pair<QString, QString>> fields;
         const QString head = QStringLiteral("node %1 ").arg(number);
@@ -91,14 +93,15 @@ protected:
         return 1;
     }
 
-    void ExpectNodeAsDescribed(int number)
+    void ExpectNodeAsDescribed(int number) { ExpectAsDescribed(Node(number), Described(number)); }
+
+    static void ExpectAsDescribed(const CNode& node, const std::vector<std::pair<QString, QString>>& fields)
     {
-        const auto held = HeldNode(Node(number));
-        const auto fields = Described(number);
+        const auto held = HeldNode(node);
         ASSERT_GT(fields.size(), 3u);
         for (const auto& [field, value] : fields) {
             if (!IsOfTheHeader(field)) {
-                EXPECT_EQ(held.value(field), value) << "node " << number << ' ' << field.toStdString();
+                EXPECT_EQ(held.value(field), value) << "node " << int(node.number()) << ' ' << field.toStdString();
             }
         }
     }
@@ -153,6 +156,27 @@ TEST_F(Download, OfAVariableFlashTypeWithoutTheStructureTakesTwoCalls)
     EXPECT_FALSE(Node(node).VFlashSupport());
     EXPECT_EQ(DownloadNode(node), kByQueries);
     ExpectNodeAsDescribed(node);
+}
+
+TEST_F(Download, OfANodeImageBringsWhatTheWireBrings)
+{
+    QProcess writer;
+    writer.start(QStringLiteral(FENRIK_BIN_FOLDER "/fenrik-vehicle"),
+                 {"--write-images", copy.Path("bin"), "--system", "Tram", "--scenario", kScenario});
+    ASSERT_TRUE(writer.waitForFinished());
+    const QStringList images = QDir(copy.Path("bin")).entryList({"Tram_Node *.bin"});
+    ASSERT_GE(images.size(), 4);
+    ASSERT_NO_FATAL_FAILURE(StartTool());
+    for (const QString& image : images) {
+        CNode node;
+        node.Init(program->Window()->System(), 0);
+        std::uint8_t nodesInSystem = 0;
+        node.ReadNode(copy.Path("bin") + QLatin1Char('/') + image, nodesInSystem, true);
+        EXPECT_EQ(nodesInSystem, kNodesInScenario);
+        auto fields = Described(node.number(), {"--road", "memory"});
+        std::erase_if(fields, [](const auto& field) { return field.first == QLatin1String("road"); });
+        ExpectAsDescribed(node, fields);
+    }
 }
 
 TEST_F(Download, OfAModelWithoutConfigurationIsRefusedInWords)
