@@ -199,7 +199,8 @@ void OutputDiagnostics::TakeCommand(int command, const QString& op)
 {
     static const QStringList kWantsOn{QStringLiteral("ON"), QStringLiteral("AND"), QStringLiteral("OR"),
                                       QStringLiteral("XOR")};
-    mHost.Compose(command, kWantsOn.contains(op));
+    if (CommandTable::Contains(command))
+        mHost.Compose(command, kWantsOn.contains(op));
 }
 
 void OutputDiagnostics::Force(int number, float percent)

@@ -1,12 +1,11 @@
 #pragma once
 
-#include "model/Fixed4.h"
-
 #include <QString>
 
 namespace fenrik {
 
 class COutput;
+class Fixed4;
 
 /// What the output view says of one output, in words.
 namespace OutputTexts {
