@@ -9,9 +9,9 @@
 
 #include <QEvent>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QScopedValueRollback>
-#include <QShortcut>
 
 namespace fenrik {
 
@@ -63,10 +63,7 @@ void FrameOutputs::SetUpRelations()
     mUi->lvRelations->setModel(mRelations);
     mUi->lvRelations->header()->resizeSection(RelationModel::OpColumn, kOpWidth);
     connect(mUi->lvRelations, &QTreeView::doubleClicked, this, &FrameOutputs::ReportTerm);
-    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
-        auto* enter = new QShortcut(key, mUi->lvRelations, nullptr, nullptr, Qt::WidgetShortcut);
-        connect(enter, &QShortcut::activated, this, [this] { ReportTerm(mUi->lvRelations->currentIndex()); });
-    }
+    mUi->lvRelations->installEventFilter(this);
 }
 
 void FrameOutputs::SetCaption(const QString& caption)
@@ -125,6 +122,17 @@ void FrameOutputs::ReportTerm(const QModelIndex& index)
     const int command = index.data(RelationModel::TagRole).toInt();
     if (command > 0)
         Q_EMIT CommandChosen(command, mRelations->Rows().at(index.row()).op);
+}
+
+bool FrameOutputs::eventFilter(QObject* watched, QEvent* event)
+{
+    // Enter does what the double click does.
+    const int key = event->type() == QEvent::KeyPress ? static_cast<QKeyEvent*>(event)->key() : 0;
+    if (watched == mUi->lvRelations && (key == Qt::Key_Return || key == Qt::Key_Enter)) {
+        ReportTerm(mUi->lvRelations->currentIndex());
+        return true;
+    }
+    return QGroupBox::eventFilter(watched, event);
 }
 
 void FrameOutputs::ShowDetails(const OutputDetails& details)
