@@ -227,7 +227,11 @@ void MessageListView::PaintCell(QPainter& painter, const QModelIndex& index, con
     if (!icon.isNull()) {
         const int size = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
         const QRect place(inner.left(), inner.top() + (inner.height() - size) / 2, size, size);
-        icon.paint(&painter, QStyle::visualRect(layoutDirection(), inner, place));
+        const QRect drawn = QStyle::visualRect(layoutDirection(), inner, place);
+        // The pictures are drawn for the list's ground; on the highlight some would vanish.
+        if (selectionModel()->isRowSelected(index.row()))
+            painter.fillRect(drawn, palette().base());
+        icon.paint(&painter, drawn);
         (isRightToLeft() ? inner.adjust(0, 0, -size - CellPadding(), 0) : inner.adjust(size + CellPadding(), 0, 0, 0));
     }
     if (inner.width() <= 0)
