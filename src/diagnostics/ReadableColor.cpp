@@ -1,5 +1,7 @@
 #include "diagnostics/ReadableColor.h"
 
+#include <QWidget>
+
 namespace fenrik {
 
 namespace {
@@ -27,8 +29,11 @@ void ReadableDelegate::initStyleOption(QStyleOptionViewItem* option, const QMode
 {
     QStyledItemDelegate::initStyleOption(option, index);
     const auto color = index.data(Qt::ForegroundRole).value<QColor>();
-    if (color.isValid())
-        option->palette.setColor(QPalette::Text, ReadableColor(color, option->palette));
+    if (!color.isValid())
+        return;
+    // The option's own palette has the row's colour in it by now.
+    const QPalette& palette = option->widget ? option->widget->palette() : option->palette;
+    option->palette.setColor(QPalette::Text, ReadableColor(color, palette));
 }
 
 }  // namespace fenrik

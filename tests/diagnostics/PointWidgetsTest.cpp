@@ -8,6 +8,7 @@
 #include <QAction>
 #include <QSignalSpy>
 #include <QToolButton>
+#include <QTreeView>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -103,6 +104,31 @@ TEST(OutputBar, ClickTellsTheNumberAndWhetherItIsPressed)
     ASSERT_EQ(clicks.count(), 2);
     EXPECT_EQ(clicks[0], (QList<QVariant>{2, true}));
     EXPECT_EQ(clicks[1], (QList<QVariant>{3, false}));
+}
+
+/// Lets a test see how a row would be drawn.
+class DelegateProbe : public ReadableDelegate {
+public:
+    [[nodiscard]] QColor TextColor(const QTreeView& view, const QModelIndex& index) const
+    {
+        QStyleOptionViewItem option;
+        option.widget = &view;
+        option.palette = view.palette();
+        initStyleOption(&option, index);
+        return option.palette.color(QPalette::Text);
+    }
+};
+
+TEST(ReadableDelegate, BlackRowOnADarkListIsDrawnInTheListsOwnColour)
+{
+    PointTreeModel model(QStringLiteral("OUTPUT"));
+    model.SetPoints(QList<PointRow>(1));
+    QTreeView view;
+    QPalette dark(QColor(40, 40, 40));
+    dark.setColor(QPalette::Base, QColor(20, 20, 20));
+    dark.setColor(QPalette::Text, QColor(250, 250, 250));
+    view.setPalette(dark);
+    EXPECT_EQ(DelegateProbe().TextColor(view, model.IndexOf(1)), QColor(250, 250, 250));
 }
 
 TEST(ReadableColor, LightBackgroundKeepsTheColour)
