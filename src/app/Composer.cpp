@@ -207,14 +207,31 @@ void Composer::SendCommand()
         mServices.handler.SendMessage(message);
 }
 
-bool Composer::ShowMessage(const CMessage& message)
+bool Composer::SelectCommand(int command)
 {
-    const CommandEntry& entry = mServices.commands[message.Command];
+    const CommandEntry& entry = mServices.commands[command];
     // Without its category the values would stand beside another command, ready to be sent.
     if (mUi->CboCategory->findText(entry.Category, Qt::MatchExactly | Qt::MatchCaseSensitive) < 0)
         return false;
     mUi->CboCategory->setCurrentText(entry.Category);
     mUi->CboCommand->setCurrentText(entry.Name);
+    return true;
+}
+
+bool Composer::ShowCommand(int command, bool on)
+{
+    if (!SelectCommand(command))
+        return false;
+    mUi->cmdState->setText(on ? kOn : kOff);
+    mUi->cmdExtended->setText(kFalse);
+    mUi->TxtData->setText(QStringLiteral("0"));
+    return true;
+}
+
+bool Composer::ShowMessage(const CMessage& message)
+{
+    if (!SelectCommand(message.Command))
+        return false;
     mUi->cmdState->setText(message.State ? kOn : kOff);
     mUi->cmdExtended->setText(message.extended ? kTrue : kFalse);
     mUi->TxtData->setText(mServices.settings.HexData ? HexData(message.data) : QString::number(message.data));

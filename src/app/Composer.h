@@ -46,6 +46,10 @@ public:
     /// nothing is taken, if the lists don't offer the command.
     bool ShowMessage(const CMessage& message);
 
+    /// Puts a command together with data 0 and no three-way flag, ready to be sent. False, and nothing changes, if the
+    /// lists don't offer it.
+    bool ShowCommand(int command, bool on);
+
     void SetSendEnabled(bool enabled);
 
 protected:
@@ -54,6 +58,7 @@ protected:
 private:
     void SetUpButtons();
     void ShowCategory(const QString& category);
+    [[nodiscard]] bool SelectCommand(int command);
     void Send();
     void SendByte();
     void SendCommand();

@@ -119,6 +119,13 @@ void DiagHub::OpenSpecialCommand(const CMessage&)
     ShowMessage(QStringLiteral("Special commands can't be composed in this version."));
 }
 
+void DiagHub::Compose(int command, bool on)
+{
+    if (!mWindow.CommandComposer().ShowCommand(command, on))
+        ShowMessage(QStringLiteral("\"%1\" is in a category that is not listed.")
+                        .arg(mServices.commands.FriendlyName(command)));
+}
+
 void DiagHub::PressCollision(bool pressed)
 {
     mWindow.Toolbar().Press(QStringLiteral("Collision"), pressed);

@@ -72,6 +72,7 @@ public:
 
     void ShowText(const QString& text) { ShowMessage(text); }
     void PressCollision(bool pressed);
+    void Compose(int command, bool on);
 
     void setConnectionType(int type);
     void MountSelectedNode();

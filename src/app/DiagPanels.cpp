@@ -3,38 +3,29 @@
 #include "app/DiagHub.h"
 #include "diagnostics/CharacterFace.h"
 #include "diagnostics/Flash.h"
+#include "diagnostics/FrameInputs.h"
+#include "diagnostics/FrameOutputs.h"
+#include "diagnostics/InputDiagnostics.h"
 #include "diagnostics/OpenGraphics.h"
+#include "diagnostics/OutputDiagnostics.h"
 #include "diagnostics/PicAnalogDisplay.h"
 #include "diagnostics/PicMiscDisplay.h"
 #include "diagnostics/States.h"
 #include "link/CMsgHandler.h"
 #include "platform/VersionInfo.h"
 
-#include <QLabel>
 #include <QMenu>
 #include <QStackedWidget>
-#include <QVBoxLayout>
 
 namespace fenrik {
 
 namespace {
 
 constexpr int kAnalogView = 0;
+constexpr int kOutputView = 2;
+constexpr int kInputView = 4;
 constexpr int kNodeCollisions = 926;
 constexpr int kValueReply = 950;
-
-/// A page that says in words why there is nothing on it.
-QWidget* WordsPage(const QString& name, const QString& words)
-{
-    auto* page = new QWidget;
-    page->setObjectName(name);
-    auto* layout = new QVBoxLayout(page);
-    auto* label = new QLabel(words);
-    label->setAlignment(Qt::AlignCenter);
-    label->setWordWrap(true);
-    layout->addWidget(label);
-    return page;
-}
 
 QStringList Banner(const VersionInfo& version)
 {
@@ -63,9 +54,9 @@ DiagPanels::~DiagPanels() = default;
 void DiagPanels::AddPages(QStackedWidget& pages)
 {
     mAnalogDisplay = new PicAnalogDisplay(mSheets);
-    mFrameOutputs = WordsPage(QStringLiteral("FrameOutputs"), tr("Output diagnostics are not part of this version."));
-    mFrameInputs = WordsPage(QStringLiteral("FrameInputs"), tr("Input diagnostics are not part of this version."));
-    for (QWidget* page : {static_cast<QWidget*>(mAnalogDisplay), mFrameOutputs, mFrameInputs})
+    mFrameOutputs = new FrameOutputs;
+    mFrameInputs = new FrameInputs;
+    for (QWidget* page : std::initializer_list<QWidget*>{mAnalogDisplay, mFrameOutputs, mFrameInputs})
         pages.addWidget(page);
 }
 
@@ -81,11 +72,23 @@ void DiagPanels::Attach(DiagHub& hub, QMenu& menu)
     hub.Views().setView(kAnalogView, {mAnalogDisplay, [this] { ShowAnalog(); }, {}});
     hub.Views().setView(kViewStates, {mAnalogDisplay, [this] { mStates->Open(); },
                                       [this](bool getNewInfo) { mStates->RefreshFrame(getNewInfo); }});
-    hub.Views().setView(2, {mFrameOutputs, {}, {}});
     hub.Views().setView(kViewFlashInfo, {mAnalogDisplay, showFlash, [showFlash](bool) { showFlash(); }});
-    hub.Views().setView(4, {mFrameInputs, {}, {}});
-    hub.State().AlsoDisableWhileBusy(mFrameOutputs);
-    hub.State().AlsoDisableWhileBusy(mFrameInputs);
+    AttachPointViews();
+}
+
+void DiagPanels::AttachPointViews()
+{
+    OutputViewHost& host = *this;
+    mOutputs =
+        std::make_unique<OutputDiagnostics>(mHub->System(), mServices.commands, mServices.errors, host, *mFrameOutputs);
+    mInputs =
+        std::make_unique<InputDiagnostics>(mHub->System(), mServices.commands, mServices.errors, host, *mFrameInputs);
+    const auto showOutputs = [this] { mOutputs->DisplayOutputsFrame(); };
+    const auto showInputs = [this] { mInputs->DisplayInputsFrame(); };
+    mHub->Views().setView(kOutputView, {mFrameOutputs, showOutputs, [showOutputs](bool) { showOutputs(); }});
+    mHub->Views().setView(kInputView, {mFrameInputs, showInputs, [showInputs](bool) { showInputs(); }});
+    mHub->State().AlsoDisableWhileBusy(mFrameOutputs);
+    mHub->State().AlsoDisableWhileBusy(mFrameInputs);
 }
 
 QWidget* DiagPanels::Panel() const
@@ -166,6 +169,27 @@ std::optional<int> DiagPanels::AskNodeCount()
 int DiagPanels::DisplayState() const
 {
     return mHub->Views().DisplayState();
+}
+
+void DiagPanels::VerifyNode(CNode& node)
+{
+    mHub->Discovery().VerifyNode(&node, false);
+}
+
+bool DiagPanels::PortOpenForTx() const
+{
+    return mHub->Ports().PortOpenForTx();
+}
+
+QString DiagPanels::FaultText(int node, int output) const
+{
+    const bool isInTable = node >= 1 && node <= FaultTable::kNodes && output >= 1 && output <= FaultTable::kOutputs;
+    return isInTable ? mStates->FaultText().At(node, output) : QString();
+}
+
+void DiagPanels::Compose(int command, bool on)
+{
+    mHub->Compose(command, on);
 }
 
 bool DiagPanels::VerifyNode(CNode* node, bool force)

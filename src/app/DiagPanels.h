@@ -7,6 +7,7 @@
 #include "diagnostics/Loadshed.h"
 #include "diagnostics/MiscFace.h"
 #include "diagnostics/NodeViewHost.h"
+#include "diagnostics/PointViewHost.h"
 
 #include <QObject>
 
@@ -20,7 +21,11 @@ namespace fenrik {
 struct AsciiMap;
 class DiagHub;
 class Flash;
+class FrameInputs;
+class FrameOutputs;
+class InputDiagnostics;
 class OpenGraphics;
+class OutputDiagnostics;
 class PicAnalogDisplay;
 class PicMiscDisplay;
 class States;
@@ -28,7 +33,11 @@ struct Services;
 
 /// The instruments of the main window: the pages of the views, and the small panel that is always on screen with its
 /// lamp, counters and load-shed rows. Owns what draws on them.
-class DiagPanels : public QObject, private NodeCountSource, private CollisionHost, private NodeViewHost {
+class DiagPanels : public QObject,
+                   private NodeCountSource,
+                   private CollisionHost,
+                   private NodeViewHost,
+                   private OutputViewHost {
     Q_OBJECT
 
 public:
@@ -73,6 +82,7 @@ public:
 
 private:
     void AddPages(QStackedWidget& pages);
+    void AttachPointViews();
     void ShowAnalog();
 
     // NodeCountSource
@@ -81,6 +91,12 @@ private:
     // NodeViewHost
     [[nodiscard]] int DisplayState() const override;
     bool VerifyNode(CNode* node, bool force) override;
+
+    // OutputViewHost
+    void VerifyNode(CNode& node) override;
+    [[nodiscard]] bool PortOpenForTx() const override;
+    [[nodiscard]] QString FaultText(int node, int output) const override;
+    void Compose(int command, bool on) override;
 
     // CollisionHost; the first also NodeViewHost
     void SetUIState(int state) override;
@@ -93,12 +109,14 @@ private:
     DiagHub* mHub = nullptr;
     GlyphSheets mSheets;
     PicAnalogDisplay* mAnalogDisplay = nullptr;  // owned by the pages
-    QWidget* mFrameOutputs = nullptr;
-    QWidget* mFrameInputs = nullptr;
+    FrameOutputs* mFrameOutputs = nullptr;
+    FrameInputs* mFrameInputs = nullptr;
     std::unique_ptr<Graphics> mGraphics;
     std::unique_ptr<Analog> mAnalog;
     std::unique_ptr<States> mStates;
     std::unique_ptr<Flash> mFlash;
+    std::unique_ptr<OutputDiagnostics> mOutputs;
+    std::unique_ptr<InputDiagnostics> mInputs;
     PicMiscDisplay* mMiscDisplay = nullptr;  // owned by the window's layout
     std::unique_ptr<MiscFace> mMiscFace;
     std::unique_ptr<Loadshed> mLoadshed;
