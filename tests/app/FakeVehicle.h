@@ -15,7 +15,8 @@
 namespace fenrik {
 
 /// A vehicle at the far end of a serial line, answering from the event loop. Its transceiver wakes at once; its nodes
-/// answer pings, mounts, the question for their type and that for their collisions.
+/// answer pings, mounts, the question for their type, and what a mounted node is asked: its collisions and states, a
+/// byte of its memory or its version, each of them 0. Questions for more than that are refused.
 class FakeVehicle {
 public:
     explicit FakeVehicle(std::vector<int> nodes = {1, 2, 3}) : alive(std::move(nodes))
@@ -40,6 +41,7 @@ public:
 
     std::vector<int> alive;
     bool wakes = true;
+    bool tellsStates = true;  ///< false: what views ask of the mounted node is the test's to answer, in onFrame
     std::function<void()> onWake = [] {};
     std::function<void(const Frame&)> onFrame = [](const Frame&) {};
     std::vector<std::string> heard;  ///< "command state data" of each frame
@@ -47,7 +49,11 @@ public:
 private:
     static constexpr char kWakeByte = char(0x9E);
     static constexpr char kAcknowledgeByte = char(0x8A);
-    static constexpr int kCollisions = 926;  // asks whichever node is mounted
+    /// Commands without an address: whichever node is mounted answers.
+    static constexpr bool AsksTheMounted(int command)
+    {
+        return command == 921 || command == 922 || command == 923 || command == 926 || command == 937 || command == 940;
+    }
 
     void Take()
     {
@@ -77,7 +83,7 @@ private:
     void TakeFrame(const Frame& frame)
     {
         heard.push_back(std::to_string(frame.command) + (frame.state ? " 1 " : " 0 ") + std::to_string(frame.data));
-        const bool isForOne = frame.command != kCollisions;
+        const bool isForOne = !AsksTheMounted(frame.command);
         if (!isForOne || std::find(alive.begin(), alive.end(), frame.data) != alive.end()) {
             if (const auto reply = Answer(frame))
                 Send(*reply);
@@ -85,8 +91,10 @@ private:
         onFrame(frame);
     }
 
-    static std::optional<Frame> Answer(const Frame& frame)
+    [[nodiscard]] std::optional<Frame> Answer(const Frame& frame) const
     {
+        if (!tellsStates && AsksTheMounted(frame.command) && frame.command != 926)
+            return std::nullopt;
         switch (frame.command) {
         case 901:
             return Frame{902, false, false, frame.data};
@@ -94,10 +102,10 @@ private:
             return Frame{903, frame.state, false, frame.data};
         case 979:
             return Frame{979, false, false, 4};
-        case kCollisions:
-            return Frame{950, false, false, 0};
+        case 940:
+            return Frame{903, false, false, 0};
         default:
-            return std::nullopt;
+            return AsksTheMounted(frame.command) ? std::optional(Frame{950, false, false, 0}) : std::nullopt;
         }
     }
 

@@ -18,6 +18,7 @@ protected:
         System().SelectNode(1);
         Click("Mount");
         ASSERT_EQ(System().MountedNodeNumber(), 1);
+        vehicle.tellsStates = false;
         vehicle.onFrame = [this](const Frame& frame) { Answer(frame); };
     }
 
