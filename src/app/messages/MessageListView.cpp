@@ -1,6 +1,7 @@
 #include "app/messages/MessageListView.h"
 
 #include "app/messages/AccessibleMessageList.h"
+#include "app/messages/CalmScrollBar.h"
 #include "app/messages/MessageListModel.h"
 
 #include <QAccessible>
@@ -18,6 +19,7 @@ MessageListView::MessageListView(QWidget* parent)
     : QAbstractItemView(parent), mHeader(new QHeaderView(Qt::Horizontal, this))
 {
     InstallAccessibleMessageList();
+    setVerticalScrollBar(new CalmScrollBar(Qt::Vertical));
     setSelectionMode(SingleSelection);
     setSelectionBehavior(SelectRows);
     setEditTriggers(NoEditTriggers);

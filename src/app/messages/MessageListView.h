@@ -77,6 +77,8 @@ protected:
 
     void dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight, const QList<int>& roles) override;
     void rowsInserted(const QModelIndex& parent, int start, int end) override;
+    /// Leaves out that the base class asks the display server where the mouse is: no line looks different under it.
+    void verticalScrollbarValueChanged(int) override {}
     void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
 

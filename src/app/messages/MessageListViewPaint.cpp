@@ -10,6 +10,7 @@
 #include <QStyleOptionFocusRect>
 
 #include <algorithm>
+#include <cstdlib>
 #include <limits>
 
 namespace fenrik {
@@ -128,7 +129,7 @@ void MessageListView::rowsInserted(const QModelIndex& parent, int start, int end
     QAbstractItemView::rowsInserted(parent, start, end);
     UpdateScrollBars();
     if (start <= FirstVisibleRow() + WholeRows())
-        viewport()->update();
+        viewport()->update(viewport()->rect() & RowRect(start).adjusted(0, 0, 0, viewport()->height()));
 }
 
 void MessageListView::UpdateRowHeight()
@@ -164,11 +165,16 @@ void MessageListView::UpdateScrollBars()
     horizontalScrollBar()->setRange(0, std::max(0, mHeader->length() - viewport()->width()));
 }
 
-void MessageListView::scrollContentsBy(int dx, int)
+void MessageListView::scrollContentsBy(int dx, int dy)
 {
     if (dx)
         mHeader->setOffset(horizontalScrollBar()->value());
-    viewport()->update();
+    // With all the traffic of a line the list moves by a row for each frame; painting the text of all rows each time
+    // would cost more than everything else that is done about a frame.
+    if (dx || std::abs(dy) >= WholeRows())
+        viewport()->update();
+    else
+        viewport()->scroll(0, dy * mRowHeight);
 }
 
 void MessageListView::changeEvent(QEvent* event)

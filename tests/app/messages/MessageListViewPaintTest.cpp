@@ -3,6 +3,8 @@
 #include <QAccessible>
 #include <QApplication>
 
+#include <functional>
+
 namespace fenrik {
 namespace {
 
@@ -111,29 +113,59 @@ TEST_F(MessageListViewTest, AnEmptyListShowsItsText)
     EXPECT_EQ(view.viewport()->grab().toImage(), without);
 }
 
-TEST_F(MessageListViewTest, OnlyChangedCellsAreRepainted)
+/// What of the viewport is painted because of `change`.
+QRegion PaintedBy(MessageListView& view, const std::function<void()>& change)
 {
-    struct Painted : QObject {
-        QRegion region;
+    struct Collector : QObject {
+        QRegion painted;
         bool eventFilter(QObject*, QEvent* event) override
         {
             if (event->type() == QEvent::Paint)
-                region += static_cast<QPaintEvent*>(event)->region();
+                painted += static_cast<QPaintEvent*>(event)->region();
             return false;
         }
-    } painted;
+    } collector;
+    QCoreApplication::processEvents();
+    view.viewport()->installEventFilter(&collector);
+    change();
+    QCoreApplication::processEvents();
+    return collector.painted;
+}
+
+TEST_F(MessageListViewTest, ALineThatComesInPaintsNoneOfTheOthersAnew)
+{
+    AddAndFlush(100);
+    const QRegion painted = PaintedBy(view, [this] { AddAndFlush(1); });
+    EXPECT_EQ(LastVisibleRow(), 100);
+    EXPECT_FALSE(painted.isEmpty());
+    EXPECT_LE(painted.boundingRect().height(), 4 * view.RowHeight());
+}
+
+TEST_F(MessageListViewTest, ScrollingLeavesThePictureThatPaintingAllWouldMake)
+{
+    AddAndFlush(100);
+    QCoreApplication::processEvents();
+    for (const int lines : {1, 3, 1, 40}) {
+        AddAndFlush(lines);
+        QCoreApplication::processEvents();
+        const QRect place(view.viewport()->mapTo(view.window(), QPoint()), view.viewport()->size());
+        const QImage shown = view.screen()->grabWindow(view.window()->winId()).toImage().copy(place);
+        EXPECT_EQ(shown, view.viewport()->grab().toImage().convertToFormat(shown.format())) << lines;
+    }
+}
+
+TEST_F(MessageListViewTest, OnlyChangedCellsAreRepainted)
+{
     model.SetCompactList(true);
     const auto name = model.Intern(QStringLiteral("Lamp"), QString());
     for (int command = 1; command <= 5; ++command)
         model.Add(Received(command), name, 0);
     view.Flush();
-    QApplication::sendPostedEvents();
-    view.viewport()->installEventFilter(&painted);
-
-    model.Add(Received(5), name, 7);
-    view.Flush();
-    QApplication::sendPostedEvents();
-    EXPECT_EQ(painted.region.boundingRect(), view.visualRect(model.index(4, Model::Count)));
+    const QRegion painted = PaintedBy(view, [&] {
+        model.Add(Received(5), name, 7);
+        view.Flush();
+    });
+    EXPECT_EQ(painted.boundingRect(), view.visualRect(model.index(4, Model::Count)));
 }
 
 TEST_F(MessageListViewTest, WorksInATinyWindow)
