@@ -37,6 +37,10 @@ protected:
         ASSERT_EQ(boxes.boxes.size(), 1u);
         EXPECT_EQ(boxes.boxes[0].title, QStringLiteral("Update Node Information"));
         EXPECT_EQ(boxes.boxes[0].icon, QMessageBox::Critical);
+        EXPECT_EQ(boxes.boxes[0].text,
+                  QStringLiteral("Diagnostics is having trouble communicating with the node.  Please check that your "
+                                 "connection with the Transceiver is still good, and that the node is on and running "
+                                 "normally."));
         EXPECT_EQ(window.LastStatus(), kFailed);
         ExpectEnded();
     }
@@ -364,6 +368,18 @@ TEST_F(MemoryRoadTest, ReadsAFileWithoutAWordOnTheLine)
     ExpectEnded();
 }
 
+TEST_F(MemoryRoadTest, AsksAMountedNodeNotEvenForItsVersionWhileItReadsAFile)
+{
+    peer.version = 0x0103;
+    system.ActivateNode(2);
+    system.SelectNode(2);
+    ASSERT_EQ(system.MountedNodeNumber(), 2);
+    ReadImage(Image());
+    EXPECT_EQ(window.LastStatus(), kMemoryDone);
+    EXPECT_THAT(peer.sent, IsEmpty());
+    EXPECT_EQ(Node().osMinVersion(), 0);
+}
+
 TEST_F(MemoryRoadTest, RefusesAFileOfAnotherSizeOrNameInSilence)
 {
     PutName(0xC60, "Rear");
@@ -546,6 +562,8 @@ TEST_F(VariableFlashRoadTest, AsksAQuestionWithoutMeaningWhenTheStructureIsBroke
         peer.flash = broken;
         Read();
         ASSERT_EQ(boxes.boxes.size(), 1u);
+        EXPECT_EQ(boxes.boxes[0].text, QStringLiteral("An unexpected error has occurred while trying to download the "
+                                                      "\n node programming."));
         EXPECT_EQ(boxes.boxes[0].buttons, QMessageBox::Yes | QMessageBox::No);
         EXPECT_EQ(boxes.boxes[0].icon, QMessageBox::Critical);
         ExpectEnded();
