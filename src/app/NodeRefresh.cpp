@@ -82,6 +82,7 @@ void NodeRefresh::Download(CNode& node, const QString& file, bool getNames)
         mDiscovery.VerifyNode(&node, true);
     auto nodesInSystem = std::uint8_t(mSystem.NodesInSystem());
     node.ReadNode(file, nodesInSystem, getNames);
+    mStatus.EndProgress();  // also after an error that left the bar standing
 }
 
 void NodeRefresh::MountNode(int number)
