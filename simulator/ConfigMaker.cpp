@@ -144,6 +144,8 @@ private:
         for (std::size_t i = 0; i < mConfig.extraInfo.size(); ++i)
             mConfig.extraInfo[i] = std::uint8_t(mSetup.number * 16 + int(i));
         mConfig.versions = mTraits.versions;
+        if (mSetup.type == 2 && mSetup.early)
+            mConfig.versions.os = kEarlyProgram;
     }
 
     void MakeHeader(int nodeCount)
@@ -293,6 +295,7 @@ private:
     }
 
     static constexpr int kComfortModule = 6;
+    static constexpr std::uint16_t kEarlyProgram = 0x0102;
 
     const NodeSetup& mSetup;
     const NodeType& mType;

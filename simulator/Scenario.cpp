@@ -203,7 +203,7 @@ Action TakeAction(Words& words)
     return action;
 }
 
-// node 3 type 2 "Door left" [push] [anonymous] [old] [memory] [plain] [late 4]
+// node 3 type 2 "Door left" [push] [anonymous] [old] [memory] [plain] [early] [late 4]
 void TakeNodeSetup(Words& words, Scenario& scenario)
 {
     NodeSetup node;
@@ -226,6 +226,8 @@ void TakeNodeSetup(Words& words, Scenario& scenario)
             node.memoryOnly = true;
         else if (words.TakeIf("plain"))
             node.plainFlash = true;
+        else if (words.TakeIf("early"))
+            node.early = true;
         else if (words.TakeIf("late"))
             node.lateSeconds = words.TakeDecimal("seconds", 0, kLongestTime);
         else

@@ -19,6 +19,7 @@ SimNode::SimNode(NodeSetup setup) : mSetup(std::move(setup)), mType(FindNodeType
         throw std::invalid_argument("no node of type " + std::to_string(mSetup.type));
     mInputs.resize(std::size_t(mType->inputs));
     mOutputs.resize(std::size_t(mType->outputs));
+    mForced.resize(mOutputs.size());
     if (mSetup.anonymousPing)
         mFaults.answersAs = NodeSetup::kAnonymous;
 }
@@ -42,7 +43,18 @@ bool SimNode::Input(int input) const
 
 bool SimNode::Output(int output) const
 {
-    return output >= 1 && output <= mType->outputs && mOutputs[std::size_t(output - 1)] != 0;
+    if (output < 1 || output > mType->outputs)
+        return false;
+    const auto index = std::size_t(output - 1);
+    return mForced[index].value_or(mOutputs[index]) != 0;
+}
+
+bool SimNode::ForceOutput(int output, std::optional<int> halves)
+{
+    if (output < 1 || output > mType->outputs)
+        return false;
+    mForced[std::size_t(output - 1)] = halves;
+    return true;
 }
 
 // Inputs of two bits tell a switch to ground (1) from one to battery (2); the harness alternates between them.
@@ -75,7 +87,7 @@ std::uint16_t SimNode::OutputWord(int word) const
     const int last = std::min(first + kWordBits, mType->outputs);
     unsigned bits = 0;
     for (int i = first; i < last; ++i)
-        bits |= unsigned(mOutputs[std::size_t(i)]) << (i - first);
+        bits |= unsigned(Output(i + 1)) << (i - first);
     return std::uint16_t(bits);
 }
 
@@ -111,6 +123,7 @@ void SimNode::Restart()
 {
     std::ranges::fill(mInputs, std::uint8_t(0));
     std::ranges::fill(mOutputs, std::uint8_t(0));
+    std::ranges::fill(mForced, std::nullopt);
     mCollisions = 0;
     StopPushing();
 }

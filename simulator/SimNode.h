@@ -24,6 +24,7 @@ struct NodeSetup {
     bool oldTypeQuery = false;   ///< knows only the older questions for its type
     bool memoryOnly = false;     ///< answers no query of command 940, only memory reads
     bool plainFlash = false;     ///< of type 6: answers queries in place of variable flash reads
+    bool early = false;          ///< of type 2: has program 1.2, which is forced in tens of percents
     double lateSeconds = 0;      ///< announces itself this long after the others
 };
 
@@ -40,6 +41,10 @@ public:
     void SetOutput(int output, bool on);
     [[nodiscard]] bool Input(int input) const;
     [[nodiscard]] bool Output(int output) const;
+
+    /// Holds an output at so many halves of a percent, or lets it go again to where SetOutput has put it meanwhile.
+    /// False if the model has no such output.
+    bool ForceOutput(int output, std::optional<int> halves);
 
     /// Input word 0 to 3, lowest input in the lowest bits; 0 beyond the last one.
     [[nodiscard]] std::uint16_t InputWord(int word) const;
@@ -64,7 +69,7 @@ public:
     [[nodiscard]] NodeFaults& Faults() { return mFaults; }
     [[nodiscard]] const NodeFaults& Faults() const { return mFaults; }
 
-    /// The node starts anew: everything off, counters at 0.
+    /// The node starts anew: everything off and nothing forced, counters at 0.
     void Restart();
 
 private:
@@ -73,8 +78,9 @@ private:
 
     NodeSetup mSetup;
     const NodeType* mType;
-    std::vector<std::uint8_t> mInputs;   // value of input i + 1
-    std::vector<std::uint8_t> mOutputs;  // 0 or 1
+    std::vector<std::uint8_t> mInputs;        // value of input i + 1
+    std::vector<std::uint8_t> mOutputs;       // 0 or 1
+    std::vector<std::optional<int>> mForced;  // halves of a percent, of output i + 1
     std::optional<std::vector<Frame>> mPushed;
     std::uint16_t mCollisions = 0;
     bool mSilent = false;

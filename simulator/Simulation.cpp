@@ -58,7 +58,11 @@ void Simulation::Handle(const std::vector<Received>& found)
         mLog.Bytes("RX", item.bytes, TrafficLog::Describe(item.bytes, meaning));
         if (item.kind == Received::Kind::Wake)
             AnswerWake();
-        if (item.kind == Received::Kind::Frame)
+        if (item.kind != Received::Kind::Frame)
+            continue;
+        if (const auto order = ForceOrder::Read(item.frame))
+            Force(*order);
+        else
             Answer(item.frame);
     }
 }
@@ -88,6 +92,14 @@ void Simulation::Answer(const Frame& question)
     }
     if (arrives)
         mVehicle.NoteArrived(question);
+}
+
+void Simulation::Force(const ForceOrder& order)
+{
+    const int node = mVehicle.Obey(order);
+    const std::string output = " output " + std::to_string(order.output) + ' ';
+    mLog.Note(node == 0 ? "no node obeys:" + output + order.Words()
+                        : "node " + std::to_string(node) + output + order.Words());
 }
 
 bool Simulation::LosesNext(bool beginsReply)

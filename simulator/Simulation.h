@@ -57,6 +57,7 @@ private:
     void Handle(const std::vector<Received>& found);
     void AnswerWake();
     void Answer(const Frame& question);
+    void Force(const ForceOrder& order);
     [[nodiscard]] bool LosesNext(bool beginsReply);
     [[nodiscard]] double AnswerTime();
     void Send(const Frame& frame);

@@ -173,6 +173,14 @@ void Vehicle::NoteArrived(const Frame& question)
         answers->QueryArrived();
 }
 
+int Vehicle::Obey(const ForceOrder& order)
+{
+    auto* node = order.node == 0 ? Mounted() : Asked(order.node);
+    if (!node || ForceOrder::FormOf(node->Setup()) != order.form || !node->ForceOutput(order.output, order.halves))
+        return 0;
+    return node->Setup().number;
+}
+
 NodeAnswers* Vehicle::MountedAnswers()
 {
     const auto* node = Mounted();

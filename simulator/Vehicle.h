@@ -1,5 +1,6 @@
 #pragma once
 
+#include "simulator/ForceOrder.h"
 #include "simulator/NodeAnswers.h"
 #include "simulator/SimNode.h"
 
@@ -24,6 +25,10 @@ public:
 
     /// The answer to `question` has reached the line without a loss.
     void NoteArrived(const Frame& question);
+
+    /// The node that is meant forces or releases its output; gives its number, or 0 if none obeys: it is not there, is
+    /// silent, has no such output or knows another form only.
+    int Obey(const ForceOrder& order);
 
     /// A plain command stands on the bus: its inputs take `on`, and outputs follow it.
     void ApplyCommand(int command, bool on);
