@@ -3,6 +3,7 @@
 #include "platform/CFileSystem.h"
 #include "platform/Error.h"
 #include "platform/Recordset.h"
+#include "platform/SqliteCopy.h"
 #include "platform/SqliteStatement.h"
 
 #include <QFile>
@@ -67,6 +68,25 @@ bool IsMarkedReadOnly(const QString& path)
 [[noreturn]] void ThrowReadOnly(const QString& path)
 {
     throw Error(ErrorNumber::kDatabaseReadOnly, QStringLiteral("The database %1 is read-only.").arg(path));
+}
+
+// Whoever has the target open would go on with the old file, and what a crashed writer left beside it would be taken
+// for the new one's; so it is opened once, alone, as its next user would.
+void CheckTarget(const QString& target)
+{
+    if (!CFileSystem::FileExists(target))
+        return;
+    const QByteArray header = ReadHeader(target);
+    if (IsJetHeader(header) || IsMarkedReadOnly(target))
+        ThrowReadOnly(target);
+    if (!IsSqliteHeader(header))
+        return;
+    try {
+        (void)Database::OpenDatabase(target, true, false);
+    } catch (const Error& error) {
+        if (error.Number() != ErrorNumber::kDatabaseBroken)
+            throw;
+    }
 }
 
 std::shared_ptr<sqlite3> Connect(const QString& path, bool readOnly)
@@ -217,6 +237,12 @@ void Database::CommitTrans()
 void Database::Rollback()
 {
     Execute(QStringLiteral("ROLLBACK"));
+}
+
+void Database::SaveCopy(const QString& target) const
+{
+    CheckTarget(target);
+    CopyDatabase(Engine().get(), target);
 }
 
 void Database::Close()

@@ -51,6 +51,12 @@ public:
     void CommitTrans();
     void Rollback();
 
+    /// Writes all tables and queries to an SQLite file at `target`, whole or not at all: whatever fails leaves there
+    /// what was there. A target that is marked as read-only, or is itself a Jet file, fails with kDatabaseReadOnly;
+    /// one that somebody has open fails with kPermissionDenied; one that is damaged or no database is replaced.
+    /// What an unfinished transaction has changed is part of the copy.
+    void SaveCopy(const QString& target) const;
+
     void Close();
     [[nodiscard]] QString Name() const { return mPath; }
     [[nodiscard]] bool ReadOnly() const { return mReadOnly; }
