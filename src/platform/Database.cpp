@@ -116,6 +116,18 @@ void Run(const std::shared_ptr<sqlite3>& connection, const QString& statement)
     }
 }
 
+// A reader can't undo what a killed writer has left half done, and is refused the file as long as that stands.
+void FinishCrashedWrite(const QString& path)
+{
+    if (!QFile::exists(QFileInfo(path).canonicalFilePath() + QStringLiteral("-journal")))
+        return;
+    try {
+        Run(Connect(path, false), QStringLiteral("SELECT count(*) FROM sqlite_master"));
+    } catch (const Error&) {
+        // The reader finds the same, and tells it.
+    }
+}
+
 bool IsQuery(const QString& source)
 {
     const QString text = source.trimmed();
@@ -127,6 +139,8 @@ bool IsQuery(const QString& source)
 std::unique_ptr<Database> Database::OpenDatabase(const QString& path, bool exclusive, bool readOnly)
 {
     CheckFile(path);
+    if (readOnly)
+        FinishCrashedWrite(path);
     std::unique_ptr<Database> database(new Database(path, readOnly));
     database->mConnection = Connect(path, readOnly);
     if (exclusive)

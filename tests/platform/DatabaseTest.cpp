@@ -196,6 +196,24 @@ TEST_F(DatabaseTest, AFullFileIsAFileErrorWithTheEnginesText)
     EXPECT_EQ(database->OpenRecordset("Fruit")->RecordCount(), 1);
 }
 
+TEST_F(DatabaseTest, AReaderFindsWhatStoodBeforeAWriterWasKilled)
+{
+    const auto writer = Database::OpenDatabase(MakeFruit(), false, false);
+    writer->Execute("PRAGMA cache_size = 1");  // so that half of the change reaches the file
+    writer->BeginTrans();
+    writer->Execute("UPDATE Fruit SET Weight = 0");
+    writer->Execute("CREATE TABLE Half AS WITH RECURSIVE n(x) AS (SELECT 1 UNION ALL SELECT x + 1 FROM n LIMIT 5000) "
+                    "SELECT x FROM n");
+    // What lies on the disk now is what a killed writer leaves.
+    ASSERT_GT(QFileInfo(Path("fruit.dav-journal")).size(), 0);
+    for (const char* end : {"", "-journal"})
+        ASSERT_TRUE(QFile::copy(Path("fruit.dav") + end, Path("killed.dav") + end));
+
+    const auto reader = Database::OpenDatabase(Path("killed.dav"), false, true);
+    EXPECT_EQ(reader->OpenRecordset("Fruit")->Fields("Weight").toInt(), 180);
+    EXPECT_FALSE(TableDefExists(*reader, "Half"));
+}
+
 TEST_F(DatabaseTest, ANewDatabaseCanBeOpenedAgainAtOnce)
 {
     (void)Database::CreateDatabase(Path("new.dav"));
