@@ -425,6 +425,12 @@ void DiagHub::AdjustFormCaption()
     mWindow.setWindowTitle(caption);
 }
 
+void DiagHub::SystemSaved(const QString& name)
+{
+    mWindow.setWindowTitle(VersionInfo::Title() + QLatin1String(" - ") + name);
+    ShowMessage(QStringLiteral("System Saved as <%1.dav>").arg(name));
+}
+
 void DiagHub::HandleSelectedNodeChange()
 {
     RefreshNodeActions();

@@ -132,6 +132,7 @@ private:
     void SetNodeButtonIcon(const NodeButton& button, const QString& iconKey) override;
     void RefreshUINodeBarNodes() override;
     void AdjustFormCaption() override;
+    void SystemSaved(const QString& name) override;
     void HandleSelectedNodeChange() override;
     void HandleMountedNodeChange() override;
 

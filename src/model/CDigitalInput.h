@@ -9,6 +9,7 @@
 namespace fenrik {
 
 class CNode;
+class Recordset;
 
 /// One physical input of a node: its configuration as downloaded and its live state.
 class CDigitalInput {
@@ -66,6 +67,10 @@ public:
     /// Seconds.
     [[nodiscard]] Fixed4 OffDelay() const { return mOffDelay; }
     void setOffDelay(Fixed4 seconds) { mOffDelay = seconds; }
+
+    /// Takes over the input's rows of its node's table in a saved system; appends them to one. Throw Error.
+    void LoadSystemDatabase(Recordset& rows);
+    void MakeSystemDatabase(Recordset& rows) const;
 
 private:
     CNode* mParent = nullptr;

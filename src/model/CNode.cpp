@@ -3,8 +3,10 @@
 #include "model/CSystem.h"
 #include "model/NodeDownload.h"
 #include "model/NodeImage.h"
+#include "model/NodeLink.h"
 #include "model/NodeQueries.h"
 #include "model/NodeReplies.h"
+#include "model/NodeTable.h"
 #include "model/NodeVersions.h"
 #include "platform/Error.h"
 
@@ -123,6 +125,22 @@ void CNode::TakeNodeInfo(const NodeInfoReply& info)
     mNumber = info.number.value_or(mNumber);
     for (std::size_t i = 0; i < mExtraInfo.size(); ++i)
         mExtraInfo[i] = info.extra[i].value_or(mExtraInfo[i]);
+}
+
+void CNode::TakeSavedVersion(std::uint8_t major, std::uint8_t minor)
+{
+    mOsMajVersion = major;
+    mOsMinVersion = minor;
+}
+
+void CNode::LoadSystemDatabase(const QString& Path)
+{
+    NodeTable(*this, Link() ? &Link()->boxes : nullptr).Load(Path);
+}
+
+SaveResult CNode::MakeSystemDatabase(const QString& Path)
+{
+    return NodeTable(*this, Link() ? &Link()->boxes : nullptr).Make(Path);
 }
 
 void CNode::ReadNode(const QString& FileName, std::uint8_t& NodesInSystem, bool GetNames)

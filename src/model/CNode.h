@@ -5,6 +5,7 @@
 #include "model/Collection.h"
 #include "model/HeaderRecord.h"
 #include "model/NodeTypes.h"
+#include "model/SaveStep.h"
 
 #include <QByteArray>
 #include <QString>
@@ -146,8 +147,15 @@ public:
     /// As setName, without marking the system: a download marks it once, at its end, and not for a file.
     void TakeDownloadedName(const QString& name) { mName = name; }
 
-    /// Fills the node from `FileName`, a node image ("*.bin"), or from the network if that is empty. See
-    /// NodeDownload. `NodesInSystem` grows to the node count that the node's memory names.
+    /// Takes a version from a saved system, without marking the system.
+    void TakeSavedVersion(std::uint8_t major, std::uint8_t minor);
+
+    /// Takes over what the saved system in the file `Path` has of this node; writes the node there. See NodeTable.
+    void LoadSystemDatabase(const QString& Path);
+    [[nodiscard]] SaveResult MakeSystemDatabase(const QString& Path);
+
+    /// Fills the node from `FileName`, a node image ("*.bin") or a saved system ("*.dav"), or from the network if
+    /// that is empty. See NodeDownload. `NodesInSystem` grows to the node count that the node's memory names.
     void ReadNode(const QString& FileName, std::uint8_t& NodesInSystem, bool GetNames);
 
     // The queries; NodeQueries tells what each asks and NodeReplies what the answers look like.

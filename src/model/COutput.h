@@ -10,6 +10,7 @@
 namespace fenrik {
 
 class CNode;
+class Recordset;
 
 /// One physical output of a node: its configuration as downloaded and its live state.
 class COutput {
@@ -101,6 +102,10 @@ public:
 
     [[nodiscard]] std::uint8_t FaultDetectType() const { return mFaultDetectType; }
     void setFaultDetectType(std::uint8_t type) { mFaultDetectType = type; }
+
+    /// Takes over the output's rows of its node's table in a saved system; appends them to one. Throw Error.
+    void LoadSystemDatabase(Recordset& rows);
+    void MakeSystemDatabase(Recordset& rows) const;
 
     /// Marks the system as changed.
     void isDirty();

@@ -1,10 +1,17 @@
 #include "model/CSystem.h"
 
+#include "model/NodeLink.h"
+#include "model/SavePrompt.h"
+#include "model/SystemDatabase.h"
 #include "model/SystemFiles.h"
+#include "model/SystemName.h"
 #include "platform/CFileSystem.h"
+#include "shared/ErrorReporter.h"
 #include "shared/Settings.h"
 
 #include <QDir>
+
+#include <algorithm>
 
 namespace fenrik {
 
@@ -20,7 +27,7 @@ QString WithSeparator(const QString& folder)
 
 }  // namespace
 
-CSystem::CSystem(const Settings& settings, const QString& programFolder, SystemOwner* owner)
+CSystem::CSystem(Settings& settings, const QString& programFolder, SystemOwner* owner)
     : mSettings(settings), mProgramFolder(programFolder), mOwner(owner)
 {
     Clear();
@@ -159,13 +166,58 @@ void CSystem::LoadSystem(const QString& SystemName, const QString& PathOnly, boo
 
     const QString folder = WithSeparator(PathOnly);
     SystemFiles files(folder, SystemName, Quickie);
-    PlaceNodes(files.Nodes(), files.NodeCount() > 0 ? files.NodeCount() : mSettings.NodesInSystem);
+    const int count = files.NodeCount() > 0 ? files.NodeCount() : mSettings.NodesInSystem;
+    PlaceNodes(files.Nodes(), count);
     mName = SystemName;
     mPath = folder;
-    if (CFileSystem::FileExists(folder + SystemName + QStringLiteral(".dav")))
-        mDatabase = folder + SystemName + QStringLiteral(".dav");
+    const QString database = folder + SystemName + QLatin1String(SystemName::kExtension);
+    if (CFileSystem::FileExists(database)) {
+        mDatabase = database;
+        auto nodesInSystem = std::uint8_t(std::min(count, 255));
+        LoadSystemDatabase(database, nodesInSystem, Quickie);
+    }
     mDefined = true;
     ShowNodes();
+}
+
+void CSystem::LoadSystemDatabase(const QString& FileName, std::uint8_t& pNodesInSystem, bool Quickie)
+{
+    SystemDatabase(*this, UserBoxes()).Load(FileName, pNodesInSystem, Quickie);
+}
+
+bool CSystem::SaveSystem(std::int32_t& Response)
+{
+    if (!mLink)
+        return false;
+    bool saved = false;
+    Guarded(mLink->errors, "CSystem:SaveSystem", [this, &Response, &saved] {
+        const QString name = SavePrompt(mLink->boxes, mProgramFolder).Ask(*this, Response);
+        saved = !name.isEmpty() && MakeSystemDatabase(name);
+        if (saved)
+            TakeSavedName(name);
+    });
+    return saved;
+}
+
+bool CSystem::MakeSystemDatabase(const QString& Name)
+{
+    const QLatin1String extension(SystemName::kExtension);
+    const QString file = Name.endsWith(extension) ? Name : Name + extension;
+    const QString folder = WithSeparator(mProgramFolder);
+    return SystemDatabase(*this, UserBoxes()).Make(folder + file, folder + QStringLiteral("ncCommand.dav"));
+}
+
+void CSystem::TakeSavedName(const QString& name)
+{
+    mSettings.SystemName = name;
+    mSettings.SystemPath = WithSeparator(mProgramFolder);
+    if (mOwner)
+        mOwner->SystemSaved(name);
+}
+
+Boxes* CSystem::UserBoxes() const
+{
+    return mLink ? &mLink->boxes : nullptr;
 }
 
 void CSystem::PlaceNodes(Collection<CNode>& found, int count)

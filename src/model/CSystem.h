@@ -12,6 +12,7 @@
 
 namespace fenrik {
 
+class Boxes;
 struct NodeLink;
 struct Settings;
 
@@ -22,9 +23,10 @@ struct Settings;
 /// selected and the mounted node alone; so either may point outside the list, and then there is no such node.
 class CSystem {
 public:
-    /// `settings` gives the node count of a system without files. `programFolder` has no separator at its end.
-    /// `owner` may be absent. The first two are read at each use; all outlive the system.
-    CSystem(const Settings& settings, const QString& programFolder, SystemOwner* owner = nullptr);
+    /// `settings` gives the node count of a system without files and takes the name of a saved one. `programFolder`,
+    /// where systems are saved, has no separator at its end. `owner` may be absent. Settings and owner outlive the
+    /// system.
+    CSystem(Settings& settings, const QString& programFolder, SystemOwner* owner = nullptr);
     CSystem(const CSystem&) = delete;
     CSystem& operator=(const CSystem&) = delete;
 
@@ -92,10 +94,23 @@ public:
     /// Rebuilds the system from the node images `PathOnly` + `SystemName` + "*.bin", or, if either text is empty,
     /// as a nameless one of as many nodes as the settings say. Files that are no image are left out.
     /// `Quickie` takes only the node's number and the system's node count from an image; otherwise everything is
-    /// taken, names included.
+    /// taken, names included. Behind the images comes the saved system of that name in that folder, if there is one;
+    /// it is the command database as well.
     void LoadSystem(const QString& SystemName, const QString& PathOnly, bool Quickie);
 
+    /// Asks for a name and saves the system under it in the program's folder. `Response` 4 first asks whether to, if
+    /// something was learnt that is not saved; 6 is a yes; it becomes the answer, 6 or 7. Saving does not end what was
+    /// learnt from counting as not saved. True if all of it was saved; what failed was told in boxes. Without a link
+    /// there is nobody to ask, and nothing happens.
+    bool SaveSystem(std::int32_t& Response);
+
+    /// Takes over what the saved system in the file `FileName` has. See SystemDatabase::Load.
+    void LoadSystemDatabase(const QString& FileName, std::uint8_t& pNodesInSystem, bool Quickie);
+
 private:
+    [[nodiscard]] bool MakeSystemDatabase(const QString& Name);
+    void TakeSavedName(const QString& name);
+    [[nodiscard]] Boxes* UserBoxes() const;
     [[nodiscard]] static std::int16_t NumberOf(const CNode* node);
     void AddNodesUpTo(int count);
     void PlaceNodes(Collection<CNode>& found, int count);
@@ -103,7 +118,7 @@ private:
     void SetButtonPressed(int number, bool pressed);
     void RefreshButtonIcon(int number);
 
-    const Settings& mSettings;
+    Settings& mSettings;
     QString mProgramFolder;
     SystemOwner* mOwner;
     const NodeLink* mLink = nullptr;

@@ -8,6 +8,7 @@
 #include "model/NodeLink.h"
 #include "model/NodeQueries.h"
 #include "model/QueryRoad.h"
+#include "model/SystemName.h"
 #include "model/VariableFlashRoad.h"
 #include "platform/Boxes.h"
 #include "shared/ErrorReporter.h"
@@ -64,6 +65,8 @@ void NodeDownload::RunGuarded(const QString& fileName, std::uint8_t& nodesInSyst
     mProgress.ClearCancel();
     if (fileName.isEmpty())
         ReadNetwork(nodesInSystem);
+    else if (fileName.endsWith(QLatin1String(SystemName::kExtension), Qt::CaseInsensitive))
+        mNode.LoadSystemDatabase(fileName);
     else
         ReadFile(fileName, nodesInSystem);
 }

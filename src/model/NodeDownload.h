@@ -17,6 +17,7 @@ struct NodeInfoReply;
 /// failure stays. A road that works for a node is kept in its iProtocol:
 ///
 ///   source                      road
+///   saved system (".dav")       CNode::LoadSystemDatabase and nothing else
 ///   node image file             memory road, nothing is sent
 ///   node with VFlashSupport     structure test, and the variable flash road if it holds; nothing else on this call
 ///   iProtocol 2                 memory road over the network
@@ -28,8 +29,8 @@ class NodeDownload {
 public:
     NodeDownload(CNode& node, bool getNames);
 
-    /// An empty `fileName` is the network. A file that is no node image ends the call without a word; so does a
-    /// saved system (".dav"), which is not read yet. Errors go to the link's error reporter.
+    /// An empty `fileName` is the network. A file that is neither a saved system nor a node image ends the call without
+    /// a word. Errors go to the link's error reporter.
     void Run(const QString& fileName, std::uint8_t& nodesInSystem);
 
     /// Steps that a download of the node is announced with.

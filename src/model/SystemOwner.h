@@ -36,6 +36,9 @@ public:
     /// The system's name has changed.
     virtual void AdjustFormCaption() = 0;
 
+    /// The system was saved under `name`: the caption and the status line say so.
+    virtual void SystemSaved(const QString& name) = 0;
+
     virtual void HandleSelectedNodeChange() = 0;
     virtual void HandleMountedNodeChange() = 0;
 };

@@ -178,7 +178,7 @@ TEST_F(MemoryRoadTest, RefusesAFileOfAnotherSizeOrNameInSilence)
     PutName(0xC60, "Rear");
     ReadImage(Image().chopped(1));
     ReadImage(Image() + 'x');
-    for (const QString& name : {QStringLiteral("a.dav"), QStringLiteral("a.txt")}) {
+    for (const QString& name : {QStringLiteral("a.img"), QStringLiteral("a.txt")}) {
         MakeFile(folderOfImages.filePath(name), Image());
         Node().ReadNode(folderOfImages.filePath(name), nodes, true);
     }

@@ -17,6 +17,7 @@ public:
     void SetNodeButtonIcon(const NodeButton& button, const QString& key) override { icons[button.number] = key; }
     void RefreshUINodeBarNodes() override { calls.push_back("RefreshUINodeBarNodes"); }
     void AdjustFormCaption() override { calls.push_back("AdjustFormCaption"); }
+    void SystemSaved(const QString& name) override { calls.push_back("SystemSaved " + name.toStdString()); }
     void HandleSelectedNodeChange() override { calls.push_back("HandleSelectedNodeChange"); }
     void HandleMountedNodeChange() override { calls.push_back("HandleMountedNodeChange"); }
 

@@ -27,8 +27,26 @@ public:
         return answer;
     }
 
+    QString InputBox(const QString& prompt, const QString& title, const QString& defaultText) override
+    {
+        prompts.push_back({prompt, title, defaultText});
+        if (inputs.empty())
+            return {};
+        const QString input = inputs.front();
+        inputs.pop_front();
+        return input;
+    }
+
+    struct Prompt {
+        QString text;
+        QString title;
+        QString preset;
+    };
+
     std::vector<Box> boxes;
     std::deque<Button> answers;  ///< the first is given to the next box; OK when there are none
+    std::vector<Prompt> prompts;
+    std::deque<QString> inputs;  ///< the first is entered next; cancelled when there are none
 };
 
 }  // namespace fenrik

@@ -1,0 +1,130 @@
+#include "model/SystemDatabase.h"
+
+#include "model/CSystem.h"
+#include "model/PropertyRows.h"
+#include "platform/Boxes.h"
+#include "platform/CFileSystem.h"
+#include "platform/Database.h"
+#include "platform/Error.h"
+#include "platform/Recordset.h"
+
+#include <algorithm>
+
+namespace fenrik {
+
+namespace {
+
+const QString kSystemInfo = QStringLiteral("SystemInfo");
+const QString kNodeCount = QStringLiteral("Node Count");
+const QString kVersion = QStringLiteral("Version");
+const QChar kMark = QLatin1Char('+');
+
+QString ReadVersion(Database& database)
+{
+    if (!PropertyRows::HasTable(database, kSystemInfo))
+        return {};
+    return PropertyRows::Find(*database.OpenRecordset(kSystemInfo), kVersion).value_or(QString());
+}
+
+QString Marked(const QString& version)
+{
+    const QString number = version.isEmpty() ? QStringLiteral("1") : version;
+    return number.endsWith(kMark) ? number : number + kMark;
+}
+
+int ReadNodeCount(Database& database)
+{
+    if (!PropertyRows::HasTable(database, kSystemInfo))
+        return 0;
+    const auto rows = database.OpenRecordset(QStringLiteral("SELECT * FROM [SystemInfo]"));
+    const auto count = PropertyRows::Find(*rows, kNodeCount);
+    return count ? PropertyRows::Number(*count, 0, 255) : 0;
+}
+
+}  // namespace
+
+bool SystemDatabase::Step(const QString& path, const std::function<void()>& step)
+{
+    const SaveWords words{QStringLiteral("Make System Database"), QStringLiteral("Make System Database"),
+                          QStringLiteral("system")};
+    const SaveResult result = RunSaveStep(mBoxes, words, path, step);
+    mWhole = mWhole && result == SaveResult::Done;
+    return result != SaveResult::Ended;
+}
+
+bool SystemDatabase::Make(const QString& path, const QString& defaultPath)
+{
+    std::unique_ptr<Database> database;
+    QString version;
+    const auto copy = [&] {
+        if (!CFileSystem::FileExists(path))
+            Database::OpenDatabase(defaultPath, false, true)->SaveCopy(path);
+    };
+    const auto open = [&] { database = Database::OpenDatabase(path, false, false); };
+    // Without a database there is nothing to go on with, whatever the answer was.
+    if (!Step(path, copy) || !Step(path, open) || !database)
+        return false;
+    return Step(path, [&] { version = ReadVersion(*database); }) &&
+           Step(path, [&] { WriteSystemInfo(*database, Marked(version)); }) && MakeNodes(path) && mWhole;
+}
+
+void SystemDatabase::WriteSystemInfo(Database& database, const QString& version) const
+{
+    database.BeginTrans();
+    try {
+        const auto rows = RecreateTable(database, kSystemInfo);
+        PropertyRows::Add(*rows, kNodeCount, QString::number(mSystem.NodesInSystem()));
+        PropertyRows::Add(*rows, kVersion, version);
+        database.CommitTrans();
+    } catch (const Error&) {
+        database.Close();  // rolls back, and frees the file for the nodes' tables
+        throw;
+    }
+}
+
+bool SystemDatabase::MakeNodes(const QString& path)
+{
+    for (int position = 1; position <= mSystem.NodesInSystem(); ++position) {
+        const SaveResult result = mSystem.Nodes()[position].MakeSystemDatabase(path);
+        mWhole = mWhole && result == SaveResult::Done;
+        if (result == SaveResult::Ended)
+            return false;
+    }
+    return true;
+}
+
+void SystemDatabase::Load(const QString& path, std::uint8_t& nodesInSystem, bool quickie)
+{
+    const std::unique_ptr<Database> database = Open(path);
+    if (database)
+        TryLoading([&] { nodesInSystem = std::max(nodesInSystem, std::uint8_t(ReadNodeCount(*database))); });
+    if (nodesInSystem > mSystem.NodesInSystem())
+        mSystem.setNodesInSystem(nodesInSystem);
+    // The nodes would only say once more, each of them, that the file can't be opened.
+    if (!database || quickie)
+        return;
+    for (int position = 1; position <= mSystem.NodesInSystem(); ++position)
+        mSystem.Nodes()[position].LoadSystemDatabase(path);
+}
+
+std::unique_ptr<Database> SystemDatabase::Open(const QString& path)
+{
+    std::unique_ptr<Database> database;
+    TryLoading([&] { database = Database::OpenDatabase(path, false, true); });
+    return database;
+}
+
+void SystemDatabase::TryLoading(const std::function<void()>& step)
+{
+    try {
+        step();
+    } catch (const Error& error) {
+        if (mBoxes)
+            mBoxes->MsgBox(QStringLiteral("An unexpected error has occurred while trying to load a system database: "
+                                          "%1\nAs a result, some system information might not be completely loaded.")
+                               .arg(error.Description()),
+                           QMessageBox::Warning, QMessageBox::Ok, QStringLiteral("Load System Database"));
+    }
+}
+
+}  // namespace fenrik

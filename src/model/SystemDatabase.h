@@ -1,0 +1,49 @@
+#pragma once
+
+#include "model/SaveStep.h"
+
+#include <QString>
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+
+namespace fenrik {
+
+class Boxes;
+class CSystem;
+class Database;
+
+/// A saved system: a copy of the default command database with a table for each node (see NodeTable) and this one:
+///
+///   table "SystemInfo"   value
+///   "Node Count"         number of nodes in the system
+///   "Version"            version of the file; a "+" at its end says that it was written by this tool and not by the
+///                        one that designs systems
+class SystemDatabase {
+public:
+    /// Failures are told in `boxes`; they stay untold if it is null.
+    SystemDatabase(CSystem& system, Boxes* boxes) : mSystem(system), mBoxes(boxes) {}
+
+    /// Writes the system into the file `path`, which is copied from `defaultPath` if it is not there. What else is in
+    /// it stays. False if anything was left out. Each table is written in one piece, and a new file gets its name only
+    /// when it is whole, so that a full disk or a crash leaves nothing half done.
+    [[nodiscard]] bool Make(const QString& path, const QString& defaultPath);
+
+    /// Adds nodes up to the file's count, which `nodesInSystem` goes up to, and, unless `quickie`, lets every node take
+    /// what the file has of it.
+    void Load(const QString& path, std::uint8_t& nodesInSystem, bool quickie);
+
+private:
+    [[nodiscard]] bool Step(const QString& path, const std::function<void()>& step);
+    [[nodiscard]] bool MakeNodes(const QString& path);
+    void WriteSystemInfo(Database& database, const QString& version) const;
+    [[nodiscard]] std::unique_ptr<Database> Open(const QString& path);
+    void TryLoading(const std::function<void()>& step);
+
+    CSystem& mSystem;
+    Boxes* mBoxes;
+    bool mWhole = true;
+};
+
+}  // namespace fenrik
