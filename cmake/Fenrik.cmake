@@ -15,6 +15,8 @@ set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
 find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Widgets SerialPort Network Test)
 find_package(SQLite3 REQUIRED)
 find_package(GTest REQUIRED)
+find_package(PkgConfig REQUIRED)
+pkg_check_modules(MDBTOOLS REQUIRED IMPORTED_TARGET libmdb)
 
 # AUTOMOC would otherwise look at the test framework's macros too.
 set(CMAKE_AUTOMOC_MACRO_NAMES Q_OBJECT Q_GADGET Q_NAMESPACE)

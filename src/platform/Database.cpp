@@ -2,6 +2,7 @@
 
 #include "platform/CFileSystem.h"
 #include "platform/Error.h"
+#include "platform/JetFile.h"
 #include "platform/Recordset.h"
 #include "platform/SqliteCopy.h"
 #include "platform/SqliteStatement.h"
@@ -16,46 +17,44 @@ namespace fenrik {
 namespace {
 
 constexpr int kHeaderSize = 100;
-
-// A Jet file begins with 00 01 00 00 and one of two names.
-bool IsJetHeader(const QByteArray& header)
-{
-    const QByteArray name = header.mid(4, 15);
-    return header.startsWith(QByteArrayLiteral("\0\1\0\0")) && (name == "Standard Jet DB" || name == "Standard ACE DB");
-}
+constexpr qint64 kLargestJetFile = 256 << 20;  // it is read into memory, and those of this tool have a few megabytes
 
 bool IsSqliteHeader(const QByteArray& header)
 {
     return header.startsWith(QByteArrayLiteral("SQLite format 3\0"));
 }
 
-QByteArray ReadHeader(const QString& path)
+QByteArray ReadBytes(const QString& path, qint64 most)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         throw Error(ErrorNumber::kPermissionDenied,
                     QStringLiteral("The database %1 can't be opened: %2").arg(path, file.errorString()));
-    QByteArray header = file.read(kHeaderSize);
+    QByteArray bytes = file.read(most);
     if (file.error() != QFileDevice::NoError)
         throw Error(ErrorNumber::kPathFileAccess,
                     QStringLiteral("The database %1 can't be read: %2").arg(path, file.errorString()));
-    return header;
+    return bytes;
+}
+
+QByteArray ReadHeader(const QString& path)
+{
+    return ReadBytes(path, kHeaderSize);
 }
 
 // The engine takes an empty file for an empty database, and finds out that a file is foreign only at the first
-// query; so the file is looked at before the engine sees it.
-void CheckFile(const QString& path)
+// query; so the file is looked at before the engine sees it. True for a Jet file.
+bool CheckFile(const QString& path)
 {
     if (!CFileSystem::FileExists(path))
         throw Error(ErrorNumber::kDatabaseNotFound, QStringLiteral("The database %1 was not found.").arg(path));
     const QByteArray header = ReadHeader(path);
     if (header.isEmpty())
         throw Error(ErrorNumber::kDatabaseBroken, QStringLiteral("The file %1 is empty.").arg(path));
-    if (IsJetHeader(header))
-        throw Error(ErrorNumber::kDatabaseBroken,
-                    QStringLiteral("The file %1 is a Jet database and must be converted first.").arg(path));
-    if (!IsSqliteHeader(header))
+    const bool isJet = JetFile::IsJetHeader(header);
+    if (!isJet && !IsSqliteHeader(header))
         throw Error(ErrorNumber::kDatabaseBroken, QStringLiteral("The file %1 is not a database.").arg(path));
+    return isJet;
 }
 
 // For the superuser the engine would write to a file that its owner has marked as read-only.
@@ -77,7 +76,7 @@ void CheckTarget(const QString& target)
     if (!CFileSystem::FileExists(target))
         return;
     const QByteArray header = ReadHeader(target);
-    if (IsJetHeader(header) || IsMarkedReadOnly(target))
+    if (JetFile::IsJetHeader(header) || IsMarkedReadOnly(target))
         ThrowReadOnly(target);
     if (!IsSqliteHeader(header))
         return;
@@ -138,10 +137,14 @@ bool IsQuery(const QString& source)
 
 std::unique_ptr<Database> Database::OpenDatabase(const QString& path, bool exclusive, bool readOnly)
 {
-    CheckFile(path);
+    const bool isJet = CheckFile(path);
+    std::unique_ptr<Database> database(new Database(path, readOnly));
+    if (isJet) {
+        database->ReadGenuine();
+        return database;
+    }
     if (readOnly)
         FinishCrashedWrite(path);
-    std::unique_ptr<Database> database(new Database(path, readOnly));
     database->mConnection = Connect(path, readOnly);
     if (exclusive)
         database->KeepOthersOut();
@@ -166,6 +169,18 @@ std::unique_ptr<Database> Database::CreateDatabase(const QString& path)
         QFile::remove(path);
         throw;
     }
+}
+
+// What is read is a private copy, so nobody has to be kept out, and nobody could be.
+void Database::ReadGenuine()
+{
+    if (!mReadOnly)
+        throw Error(ErrorNumber::kDatabaseReadOnly,
+                    QStringLiteral("The file %1 is a Jet database, which can only be read.").arg(mPath));
+    if (QFileInfo(mPath).size() > kLargestJetFile)
+        throw Error(ErrorNumber::kDatabaseBroken, QStringLiteral("The Jet database %1 is too large.").arg(mPath));
+    mGenuine = CopyJetFile(ReadBytes(mPath, kLargestJetFile), mPath);
+    mConnection = mGenuine->connection;
 }
 
 Database::~Database()
@@ -227,12 +242,16 @@ QString Database::TableDefs(const QString& name) const
 
 QString Database::Properties(const QString& name) const
 {
-    if (name.compare(QLatin1String("AccessVersion"), Qt::CaseInsensitive) == 0) {
+    const bool asksVersion = name.compare(QLatin1String("AccessVersion"), Qt::CaseInsensitive) == 0;
+    const bool asksBuild = name.compare(QLatin1String("Build"), Qt::CaseInsensitive) == 0;
+    if (mGenuine && (asksVersion || asksBuild))
+        return asksVersion ? mGenuine->accessVersion : mGenuine->build;
+    if (asksVersion) {
         SqliteStatement query(Engine().get(), QStringLiteral("PRAGMA user_version"));
         query.Step();
         return query.Value(0).toString();
     }
-    if (name.compare(QLatin1String("Build"), Qt::CaseInsensitive) == 0)
+    if (asksBuild)
         return QString::fromLatin1(sqlite3_libversion());
     throw Error(ErrorNumber::kItemNotFound, QStringLiteral("There is no property %1.").arg(name));
 }
@@ -259,11 +278,24 @@ void Database::SaveCopy(const QString& target) const
     CopyDatabase(Engine().get(), target);
 }
 
+QString Database::Kind() const
+{
+    return mGenuine ? mGenuine->kind : QStringLiteral("SQLite");
+}
+
+const std::vector<LeftOutObject>& Database::LeftOut() const
+{
+    static const std::vector<LeftOutObject> kNone;
+    return mGenuine ? mGenuine->leftOut : kNone;
+}
+
 void Database::Close()
 {
     if (mConnection && sqlite3_get_autocommit(mConnection.get()) == 0)
         sqlite3_exec(mConnection.get(), "ROLLBACK", nullptr, nullptr, nullptr);
     mConnection.reset();
+    if (mGenuine)
+        mGenuine->connection.reset();
 }
 
 QString QuotedName(const QString& name)

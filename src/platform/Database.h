@@ -1,9 +1,13 @@
 #pragma once
 
+#include "platform/JetCopy.h"
+
 #include <QString>
 #include <QVariant>
 
 #include <memory>
+#include <optional>
+#include <vector>
 
 struct sqlite3;
 
@@ -12,7 +16,9 @@ namespace fenrik {
 class Recordset;
 
 /// One open database file. A thin class over SQLite with the operation names of the engine that the files come
-/// from. Rows of a table are in insertion order, nulls stay nulls, table and column names are not case sensitive.
+/// from. That engine's own files, Jet databases, are known by their header, read whole into a private copy in memory,
+/// and never written. Rows of a table are in insertion order, nulls stay nulls, table and column names are not case
+/// sensitive.
 ///
 /// Every operation throws Error; its number says what is wrong: kDatabaseNotFound, kDatabaseBroken,
 /// kPermissionDenied, kTableNotFound, kItemNotFound, kDatabaseReadOnly, kDatabaseStatement, or kPathFileAccess for
@@ -23,7 +29,7 @@ public:
     /// an empty, foreign or truncated file fails here.
     /// `exclusive` keeps other programs out while open: all of them, or the writers if opened read-only.
     /// A file in use fails with kPermissionDenied, one marked as read-only fails with kDatabaseReadOnly if opened
-    /// for writing.
+    /// for writing, and so does a Jet file; a Jet file keeps nobody out.
     [[nodiscard]] static std::unique_ptr<Database> OpenDatabase(const QString& path, bool exclusive, bool readOnly);
 
     /// Makes an empty database at `path`, which must not exist yet, and opens it for writing.
@@ -43,7 +49,8 @@ public:
     /// The name of the table as the file spells it. Throws kItemNotFound if there is no table or query of that name.
     [[nodiscard]] QString TableDefs(const QString& name) const;
 
-    /// "AccessVersion": the file's own version number; "Build": the engine's version. Others throw kItemNotFound.
+    /// "AccessVersion": the file's own version number; "Build": the engine's version, of a Jet file what the file says
+    /// of its maker's. Others throw kItemNotFound.
     [[nodiscard]] QString Properties(const QString& name) const;
 
     /// Brackets several writes: all of them happen or none. An unfinished transaction is rolled back by Close.
@@ -61,15 +68,27 @@ public:
     [[nodiscard]] QString Name() const { return mPath; }
     [[nodiscard]] bool ReadOnly() const { return mReadOnly; }
 
+    /// True for a Jet file.
+    [[nodiscard]] bool IsGenuine() const { return mGenuine.has_value(); }
+
+    /// "SQLite", "Jet 3", "Jet 4", "ACE 12", ...
+    [[nodiscard]] QString Kind() const;
+
+    /// The stored queries of a Jet file that could not be rebuilt, and its tables that could not be copied, each with
+    /// the reason.
+    [[nodiscard]] const std::vector<LeftOutObject>& LeftOut() const;
+
 private:
     Database(const QString& path, bool readOnly) : mPath(path), mReadOnly(readOnly) {}
     void KeepOthersOut();
     void CheckReadable();
+    void ReadGenuine();
     [[nodiscard]] const std::shared_ptr<sqlite3>& Engine() const;
 
     QString mPath;
     bool mReadOnly;
     std::shared_ptr<sqlite3> mConnection;
+    std::optional<JetCopy> mGenuine;
 };
 
 /// Puts a table or column name from outside between the engine's quotes. Names never reach SQL any other way.

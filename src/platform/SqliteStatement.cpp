@@ -113,6 +113,11 @@ bool SqliteStatement::Step()
     return code == SQLITE_ROW;
 }
 
+void SqliteStatement::Reset()
+{
+    sqlite3_reset(mStatement);  // repeats the result of the last step, which that step has told
+}
+
 int SqliteStatement::ColumnCount() const
 {
     return sqlite3_column_count(mStatement);

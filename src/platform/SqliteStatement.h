@@ -24,6 +24,9 @@ public:
     /// Goes to the next row; false when there is none.
     bool Step();
 
+    /// Makes the statement ready to run again; the parameters keep their values.
+    void Reset();
+
     [[nodiscard]] int ColumnCount() const;
     [[nodiscard]] QString ColumnName(int column) const;
 
