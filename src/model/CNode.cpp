@@ -138,6 +138,11 @@ void CNode::LoadSystemDatabase(const QString& Path)
     NodeTable(*this, Link() ? &Link()->boxes : nullptr).Load(Path);
 }
 
+SaveResult CNode::MakeSystemDatabase(Database& database)
+{
+    return NodeTable(*this, Link() ? &Link()->boxes : nullptr).Make(database);
+}
+
 SaveResult CNode::MakeSystemDatabase(const QString& Path)
 {
     return NodeTable(*this, Link() ? &Link()->boxes : nullptr).Make(Path);

@@ -17,6 +17,7 @@
 namespace fenrik {
 
 class CSystem;
+class Database;
 class NodeImage;
 struct CommandSet;
 struct FlashPattern;
@@ -153,6 +154,7 @@ public:
     /// Takes over what the saved system in the file `Path` has of this node; writes the node there. See NodeTable.
     void LoadSystemDatabase(const QString& Path);
     [[nodiscard]] SaveResult MakeSystemDatabase(const QString& Path);
+    [[nodiscard]] SaveResult MakeSystemDatabase(Database& database);
 
     /// Fills the node from `FileName`, a node image ("*.bin") or a saved system ("*.dav"), or from the network if
     /// that is empty. See NodeDownload. `NodesInSystem` grows to the node count that the node's memory names.

@@ -18,6 +18,12 @@ const QString kNodeType = QStringLiteral("Node Type");
 const QString kMajorVersion = QStringLiteral("Node Major Version");
 const QString kMinorVersion = QStringLiteral("Node Minor Version");
 
+SaveWords Words()
+{
+    return {QStringLiteral("Custom System Database"), QStringLiteral("Make Commands Database"),
+            QStringLiteral("commands")};
+}
+
 std::uint8_t ReadVersion(Recordset& rows, const QString& name, std::uint8_t present)
 {
     const auto text = PropertyRows::Find(rows, name);
@@ -42,25 +48,29 @@ bool ReadEach(const Collection<Point>& points, Recordset& rows)
 
 SaveResult NodeTable::Make(const QString& path)
 {
-    const SaveWords words{QStringLiteral("Custom System Database"), QStringLiteral("Make Commands Database"),
-                          QStringLiteral("commands")};
-    return RunSaveStep(mBoxes, words, path, [&] { Write(path); });
+    return RunSaveStep(mBoxes, Words(), path, [&] { Write(*Database::OpenDatabase(path, false, false)); });
 }
 
-void NodeTable::Write(const QString& path) const
+SaveResult NodeTable::Make(Database& database)
 {
-    const auto database = Database::OpenDatabase(path, false, false);
-    database->BeginTrans();
-    const auto rows = RecreateTable(*database, mNode.key());
-    PropertyRows::Add(*rows, kNodeName, mNode.Name());
-    PropertyRows::Add(*rows, kNodeType, QString::number(mNode.typeID()));
-    PropertyRows::Add(*rows, kMajorVersion, QString::number(mNode.osMajVersion()));
-    PropertyRows::Add(*rows, kMinorVersion, QString::number(mNode.osMinVersion()));
+    return RunSaveStep(mBoxes, Words(), database.Name(), [&] { Write(database); });
+}
+
+void NodeTable::Write(Database& database) const
+{
+    PropertyRows::WriteTable(database, mNode.key(), [this](Recordset& rows) { WriteRows(rows); });
+}
+
+void NodeTable::WriteRows(Recordset& rows) const
+{
+    PropertyRows::Add(rows, kNodeName, mNode.Name());
+    PropertyRows::Add(rows, kNodeType, QString::number(mNode.typeID()));
+    PropertyRows::Add(rows, kMajorVersion, QString::number(mNode.osMajVersion()));
+    PropertyRows::Add(rows, kMinorVersion, QString::number(mNode.osMinVersion()));
     for (int number = 1; number <= mNode.CDigitalInputs().Count(); ++number)
-        mNode.CDigitalInputs()[number].MakeSystemDatabase(*rows);
+        mNode.CDigitalInputs()[number].MakeSystemDatabase(rows);
     for (int number = 1; number <= mNode.COutputs().Count(); ++number)
-        mNode.COutputs()[number].MakeSystemDatabase(*rows);
-    database->CommitTrans();
+        mNode.COutputs()[number].MakeSystemDatabase(rows);
 }
 
 void NodeTable::Load(const QString& path)

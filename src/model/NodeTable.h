@@ -8,6 +8,7 @@ namespace fenrik {
 
 class Boxes;
 class CNode;
+class Database;
 class Recordset;
 
 /// A node in a saved system: the table "Node n", n being the node's number. See PropertyRows.
@@ -32,16 +33,19 @@ public:
     /// Failures are told in `boxes`; they stay untold if it is null.
     NodeTable(CNode& node, Boxes* boxes) : mNode(node), mBoxes(boxes) {}
 
-    /// Writes the table into the database `path`, in one piece: whatever happens, the file holds the old table or the
-    /// new one.
+    /// Writes the table into the database `path`. Whatever happens, that holds the old table or the new one.
     [[nodiscard]] SaveResult Make(const QString& path);
+
+    /// The same in an open database, as a part of the transaction that runs there.
+    [[nodiscard]] SaveResult Make(Database& database);
 
     /// Takes over what the database `path` has. A node without a table keeps what it holds; a point whose rows can't
     /// be read does, too, and the user is told once.
     void Load(const QString& path);
 
 private:
-    void Write(const QString& path) const;
+    void Write(Database& database) const;
+    void WriteRows(Recordset& rows) const;
     void ReadTable(const QString& path);
     void ReadNode(Recordset& rows);
     void ReadPoints(Recordset& rows);

@@ -15,7 +15,29 @@ namespace {
 const QString kName = QStringLiteral("PropertyName");
 const QString kValue = QStringLiteral("PropertyValue");
 
+void Undo(Database& database)
+{
+    try {
+        database.Execute(QStringLiteral("ROLLBACK TO TableOfRows"));
+        database.Execute(QStringLiteral("RELEASE TableOfRows"));
+    } catch (const Error&) {
+        // After some failures, as of a full disk, the engine has undone the whole transaction of its own accord.
+    }
+}
+
 }  // namespace
+
+void WriteTable(Database& database, const QString& name, const std::function<void(Recordset& rows)>& write)
+{
+    database.Execute(QStringLiteral("SAVEPOINT TableOfRows"));
+    try {
+        write(*RecreateTable(database, name));
+        database.Execute(QStringLiteral("RELEASE TableOfRows"));
+    } catch (const Error&) {
+        Undo(database);
+        throw;
+    }
+}
 
 bool HasTable(const Database& database, const QString& name)
 {

@@ -18,6 +18,10 @@ namespace PropertyRows {
 /// True if `database` has a table of that name.
 [[nodiscard]] bool HasTable(const Database& database, const QString& name);
 
+/// Makes the table anew and lets `write` fill it. Afterwards the database holds the new table or, after an Error, the
+/// old one; what a transaction did before that stays.
+void WriteTable(Database& database, const QString& name, const std::function<void(Recordset& rows)>& write);
+
 /// Appends a row; a marker if no value is given.
 void Add(Recordset& rows, const QString& name, const std::optional<QString>& value = {});
 

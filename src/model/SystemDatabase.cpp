@@ -8,6 +8,8 @@
 #include "platform/Error.h"
 #include "platform/Recordset.h"
 
+#include <QFile>
+
 #include <algorithm>
 
 namespace fenrik {
@@ -55,37 +57,39 @@ bool SystemDatabase::Step(const QString& path, const std::function<void()>& step
 bool SystemDatabase::Make(const QString& path, const QString& defaultPath)
 {
     std::unique_ptr<Database> database;
-    QString version;
-    const auto copy = [&] {
-        if (!CFileSystem::FileExists(path))
-            Database::OpenDatabase(defaultPath, false, true)->SaveCopy(path);
-    };
+    const bool isNew = !CFileSystem::FileExists(path);
+    const auto copy = [&] { Database::OpenDatabase(defaultPath, false, true)->SaveCopy(path); };
     const auto open = [&] { database = Database::OpenDatabase(path, false, false); };
+    const bool opened = (!isNew || Step(path, copy)) && Step(path, open) && database;
     // Without a database there is nothing to go on with, whatever the answer was.
-    if (!Step(path, copy) || !Step(path, open) || !database)
-        return false;
-    return Step(path, [&] { version = ReadVersion(*database); }) &&
-           Step(path, [&] { WriteSystemInfo(*database, Marked(version)); }) && MakeNodes(path) && mWhole;
+    const bool written = opened && WriteTables(*database);
+    database.reset();
+    if (isNew && !written)
+        QFile::remove(path);
+    return written && mWhole;
+}
+
+bool SystemDatabase::WriteTables(Database& database)
+{
+    const QString path = database.Name();
+    QString version;
+    return Step(path, [&] { database.BeginTrans(); }) && Step(path, [&] { version = ReadVersion(database); }) &&
+           Step(path, [&] { WriteSystemInfo(database, Marked(version)); }) && WriteNodes(database) &&
+           Step(path, [&] { database.CommitTrans(); });
 }
 
 void SystemDatabase::WriteSystemInfo(Database& database, const QString& version) const
 {
-    database.BeginTrans();
-    try {
-        const auto rows = RecreateTable(database, kSystemInfo);
-        PropertyRows::Add(*rows, kNodeCount, QString::number(mSystem.NodesInSystem()));
-        PropertyRows::Add(*rows, kVersion, version);
-        database.CommitTrans();
-    } catch (const Error&) {
-        database.Close();  // rolls back, and frees the file for the nodes' tables
-        throw;
-    }
+    PropertyRows::WriteTable(database, kSystemInfo, [&](Recordset& rows) {
+        PropertyRows::Add(rows, kNodeCount, QString::number(mSystem.NodesInSystem()));
+        PropertyRows::Add(rows, kVersion, version);
+    });
 }
 
-bool SystemDatabase::MakeNodes(const QString& path)
+bool SystemDatabase::WriteNodes(Database& database)
 {
     for (int position = 1; position <= mSystem.NodesInSystem(); ++position) {
-        const SaveResult result = mSystem.Nodes()[position].MakeSystemDatabase(path);
+        const SaveResult result = mSystem.Nodes()[position].MakeSystemDatabase(database);
         mWhole = mWhole && result == SaveResult::Done;
         if (result == SaveResult::Ended)
             return false;

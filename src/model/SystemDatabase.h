@@ -26,8 +26,11 @@ public:
     SystemDatabase(CSystem& system, Boxes* boxes) : mSystem(system), mBoxes(boxes) {}
 
     /// Writes the system into the file `path`, which is copied from `defaultPath` if it is not there. What else is in
-    /// it stays. False if anything was left out. Each table is written in one piece, and a new file gets its name only
-    /// when it is whole, so that a full disk or a crash leaves nothing half done.
+    /// it stays. False if anything was left out.
+    ///
+    /// All tables are written in one transaction, since each costs several waits for the disk; a table that fails and
+    /// is skipped is undone alone. A new file gets its name when it is whole. So a full disk or a crash leaves what was
+    /// there, and so does a user who does not go on after a failure.
     [[nodiscard]] bool Make(const QString& path, const QString& defaultPath);
 
     /// Adds nodes up to the file's count, which `nodesInSystem` goes up to, and, unless `quickie`, lets every node take
@@ -36,7 +39,8 @@ public:
 
 private:
     [[nodiscard]] bool Step(const QString& path, const std::function<void()>& step);
-    [[nodiscard]] bool MakeNodes(const QString& path);
+    [[nodiscard]] bool WriteTables(Database& database);
+    [[nodiscard]] bool WriteNodes(Database& database);
     void WriteSystemInfo(Database& database, const QString& version) const;
     [[nodiscard]] std::unique_ptr<Database> Open(const QString& path);
     void TryLoading(const std::function<void()>& step);
