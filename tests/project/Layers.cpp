@@ -13,6 +13,7 @@ constexpr int kFeature = 6;
 const QHash<QString, int>& Heights()
 {
     static const QHash<QString, int> heights{
+        {QStringLiteral("pipe"), 0},
         {QStringLiteral("platform"), 0},
         {QStringLiteral("shared"), 1},
         {QStringLiteral("link"), 2},
@@ -63,12 +64,20 @@ bool SimulatorMayInclude(const QString& header)
     return FolderOf(header) == QStringLiteral("simulator") || header == QStringLiteral("link/Frame.h");
 }
 
+// The relay is a server: no windows, and nothing that draws them in.
+bool RelayMayInclude(const QString& header)
+{
+    return FolderOf(header) == QStringLiteral("relay") || FolderOf(header) == QStringLiteral("pipe");
+}
+
 bool MayInclude(const QString& path, const QString& header)
 {
     if (path.startsWith(QStringLiteral("src/")))
         return SrcMayInclude(FolderOf(path.mid(4)), header);
     if (path.startsWith(QStringLiteral("simulator/")))
         return SimulatorMayInclude(header);
+    if (path.startsWith(QStringLiteral("relay/")))
+        return RelayMayInclude(header);
     return true;
 }
 

@@ -134,6 +134,10 @@ INSTANTIATE_TEST_SUITE_P(
                     Arrow{"SimulatorToFrame", "simulator/Vehicle.cpp", "link/Frame.h", true},
                     Arrow{"SimulatorToItself", "simulator/Vehicle.cpp", "simulator/Vehicle.h", true},
                     Arrow{"SimulatorToLink", "simulator/Vehicle.cpp", "link/CMsgHandler.h", false},
+                    Arrow{"RemoteToPipe", "src/remote/Chat.cpp", "pipe/PipeFrame.h", true},
+                    Arrow{"PipeToPlatform", "src/pipe/PipeFrame.cpp", "platform/Error.h", false},
+                    Arrow{"RelayToPipe", "relay/Exchange.cpp", "pipe/PipeFrame.h", true},
+                    Arrow{"RelayToPlatform", "relay/Exchange.cpp", "platform/Error.h", false},
                     Arrow{"TestToAnything", "tests/link/FrameTest.cpp", "app/frmDiag.h", true}),
     [](const auto& row) { return row.param.name; });
 
