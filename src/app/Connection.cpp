@@ -101,15 +101,16 @@ void Connection::LoadSystemIfNone()
 
 void Connection::CommonPreConnect()
 {
-    Guarded(mServices.errors, "frmDiag.CommonPreConnect", [this] {
-        if (mServices.settings.LoggingOn) {
-            if (mServices.settings.LoggingUnique)
-                mServices.log.NewFileName();
-            mServices.log.CreateLogHeader00(QStringLiteral("Connected - "));
-        }
-    });
+    if (mServices.settings.LoggingOn) {
+        mServices.log.BeginConnection();
+        mServices.log.TellOnce(mServices.errors, "frmDiag.CommonPreConnect",
+                               [this] { mServices.log.CreateLogHeader00(QStringLiteral("Connected - ")); });
+    }
     Guarded(mServices.errors, "frmDiag.CommonPreConnect", [this] {
         LoadSystemIfNone();
+        // The nodes of a saved system count as active as long as there is no network to say better.
+        for (int number = mSystem.NodesInSystem(); number >= 1; --number)
+            mSystem.DeActivateNode(number);
         mHost.SetToolbarEnabled(false);
         mHost.ResetPanels();
         mHost.setDisplayState(kAnalogView);

@@ -26,7 +26,7 @@ MMain::MMain(const Environment& environment)
       mErrors(mEnvironment.folder, mEnvironment.version, mClock, mBoxes),
       mPorts(environment.configFolder + QStringLiteral("/ports")), mSpecials(mCommands, *this),
       mCatalogue(mCommands, mSettings, mBoxes, *this, mEnvironment.folder.Path()), mPort(mPorts),
-      mHandler(mPort, mClock, mPump, mCommands, mErrors), mLog(mRun, mCommands, mClock, mEnvironment.version)
+      mHandler(mPort, mClock, mPump, mCommands, mErrors), mLog(mRun, mSettings, mCommands, mClock, mEnvironment.version)
 {
 }
 

@@ -115,15 +115,8 @@ QString MessageDisplay::IconOf(const CMessage& message) const
 
 void MessageDisplay::Log(const CMessage& message)
 {
-    try {
-        mServices.log.LogToFile(message);
-        mLogFailed = false;
-    } catch (const std::exception&) {
-        // Told once: the traffic goes on, and so would the boxes.
-        if (!mLogFailed)
-            ReportCurrentException(mServices.errors, "MsgLogging:LogToFile");
-        mLogFailed = true;
-    }
+    mServices.log.TellOnce(mServices.errors, "MsgLogging:LogToFile",
+                           [this, &message] { mServices.log.LogToFile(message); });
 }
 
 }  // namespace fenrik

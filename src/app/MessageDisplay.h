@@ -47,7 +47,6 @@ private:
     const CSystem& mSystem;
     MessageListModel& mList;
     LiveViews& mViews;
-    bool mLogFailed = false;
 };
 
 }  // namespace fenrik

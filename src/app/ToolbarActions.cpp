@@ -7,6 +7,8 @@
 #include "app/NodeBars.h"
 #include "app/ProgramHost.h"
 #include "app/frmDiag.h"
+#include "logging/FrmMsgLogging.h"
+#include "model/SavePrompt.h"
 #include "shared/ErrorReporter.h"
 #include "shared/EventPump.h"
 #include "shared/Settings.h"
@@ -47,6 +49,7 @@ void ToolbarActions::Run(const QString& key)
         {QStringLiteral("Refresh"), [](ToolbarActions& self) { self.Refresh(); }},
         {QStringLiteral("DiagLog"), [](ToolbarActions& self) { self.mProgram.ExploreDiagPath(); }},
     };
+        {QStringLiteral("Log"), [](ToolbarActions& self) { self.ChooseLogOptions(); }},
     if (const int view = ViewSwitch::StateOfName(key); view >= 0)
         mHub.Views().setDisplayState(view);
     else if (const Action action = kActions.value(key))
@@ -62,6 +65,11 @@ void ToolbarActions::NotYet(const QString& key)
 
 void ToolbarActions::ConnectUsing()
 {
+void ToolbarActions::ChooseLogOptions()
+{
+    FrmMsgLogging(mServices.settings, mServices.store, mServices.errors, &mWindow).exec();
+}
+
     mHub.setConnectionType(mWindow.Menus().NextConnectionMethod(mHub.Link().ConnectionType()));
 }
 

@@ -26,6 +26,7 @@ private:
     void ClickNodeAction(const QString& key);
     void ConnectUsing();
     void DetectNodes();
+    void ChooseLogOptions();
     void SwitchCollisionMonitor();
     void Refresh();
     /// A window that this version does not have.

@@ -1,57 +1,19 @@
 #include "logging/MsgLogging.h"
 
 #include "link/CMessage.h"
-#include "platform/Error.h"
-#include "platform/VersionInfo.h"
+#include "logging/LogFile.h"
+#include "logging/LogLayout.h"
 #include "shared/Clock.h"
 #include "shared/CommandTable.h"
+#include "shared/ErrorReporter.h"
 #include "shared/RunState.h"
-
-#include <QFile>
-#include <QLocale>
-
-#include <array>
+#include "shared/Settings.h"
 
 namespace fenrik {
 
-namespace {
-
-constexpr int kFields = 8;
-using Fields = std::array<QString, kFields>;
-
-constexpr std::array<int, kFields> kColumns{1, 28, 35, 42, 52, 62, 80, 93};
-constexpr int kNameWidth = 27;
-constexpr int kNumberWidth = 5;
-
-const Fields kTitles{QStringLiteral("Command"),   QStringLiteral("Data"),     QStringLiteral("State"),
-                     QStringLiteral("Extended"),  QStringLiteral("CheckSum"), QStringLiteral("RAW"),
-                     QStringLiteral("TimeStamp"), QStringLiteral("DateStamp")};
-
-QString InColumns(const Fields& fields)
-{
-    QString line;
-    for (int i = 0; i < kFields; ++i)
-        line = line.leftJustified(kColumns[i] - 1) + fields[i];
-    return line;
-}
-
-/// A number as the file writer prints it: a blank where the sign of a negative one would stand, and a blank after it.
-QString Printed(int number)
-{
-    return (number < 0 ? QString() : QStringLiteral(" ")) + QString::number(number) + QLatin1Char(' ');
-}
-
-/// The time format prints whole seconds; its ".00" is no format character and stands there as it is.
-QString WholeSeconds(Moment time)
-{
-    return time.DateTime().toString(QStringLiteral("h:mm:ss")) + QStringLiteral(".00");
-}
-
-}  // namespace
-
-MsgLogging::MsgLogging(const RunState& run, const CommandTable& commands, const Clock& clock,
+MsgLogging::MsgLogging(const RunState& run, const Settings& settings, const CommandTable& commands, const Clock& clock,
                        const VersionInfo& version)
-    : mRun(run), mCommands(commands), mClock(clock), mVersion(version)
+    : mRun(run), mSettings(settings), mCommands(commands), mClock(clock), mVersion(version)
 {
 }
 
@@ -65,30 +27,76 @@ QString MsgLogging::Path() const
     return mRun.DiagLogPath + QLatin1Char('/') + mFileName;
 }
 
+void MsgLogging::BeginConnection()
+{
+    mFailureTold = false;
+    if (mSettings.LoggingUnique)
+        NewFileName();
+}
+
+void MsgLogging::TellOnce(ErrorReporter& errors, const char* where, const std::function<void()>& write)
+{
+    try {
+        write();
+    } catch (const std::exception&) {
+        if (mFailureTold)
+            return;
+        mFailureTold = true;  // before the box, inside which traffic goes on
+        ReportCurrentException(errors, where);
+    }
+}
+
+QString MsgLogging::Stamped(const QString& text) const
+{
+    return text + LogLayout::GeneralDate(mClock.Now(), QLocale());
+}
+
 void MsgLogging::CreateLogHeader00(const QString& text)
 {
-    const QString rule(104, QLatin1Char('-'));
-    const QString now = QLocale().toString(mClock.Now().DateTime(), QLocale::ShortFormat);
-    Append({rule, QStringLiteral("Fenrik Diagnostics Log (v%1)").arg(mVersion.MajorMinorRevision()), text + now, rule,
-            InColumns(kTitles), rule});
+    LogFile(Path()).Write(LogLayout::Header00(mVersion, Stamped(text)));
+}
+
+void MsgLogging::CreateLogFile(const QString& text)
+{
+    mBuffer.clear();
+    const auto trigger = mSettings.LoggingBuffered ? std::optional<int>(mSettings.LoggingEventTrigger) : std::nullopt;
+    LogFile(Path()).Write(LogLayout::Header98(trigger, Stamped(text)));
 }
 
 void MsgLogging::LogToFile(const CMessage& message)
 {
-    // A name longer than its column would push the others out of line.
-    const QString name = mCommands.FriendlyName(message.Command).left(kNameWidth).leftJustified(kNameWidth);
-    Append({InColumns({name, QString::number(message.data).leftJustified(kNumberWidth), Printed(message.State),
-                       Printed(message.extended), QString::number(message.CheckSum).leftJustified(kNumberWidth),
-                       message.RAW(), WholeSeconds(message.time), message.DateStamp()})});
+    LogFile(Path()).Write({LogLayout::Line00(mCommands.FriendlyName(message.Command), message)});
 }
 
-void MsgLogging::Append(const QStringList& lines) const
+void MsgLogging::LogToFile(const CMessage98& entry)
 {
-    QFile file(Path());
-    const QByteArray bytes = (lines.join(QStringLiteral("\r\n")) + QStringLiteral("\r\n")).toUtf8();
-    if (!file.open(QIODevice::Append) || file.write(bytes) != bytes.size() || !file.flush())
-        throw Error(ErrorNumber::kPathFileAccess,
-                    QStringLiteral("The log %1 can't be written: %2").arg(Path(), file.errorString()));
+    LogFile(Path()).Write({LogLayout::Line98(entry)});
+}
+
+void MsgLogging::LogEntry98(int node, const QString& name, int data, const QString& description)
+{
+    const CMessage98 entry{node, name, data, description, float(mClock.Timer())};
+    if (mSettings.LoggingBuffered)
+        LogMessage(entry);
+    else
+        LogToFile(entry);
+}
+
+void MsgLogging::LogMessage(const CMessage98& entry)
+{
+    // Tested before the entry joins, so the buffer ends up one above the number; a negative one finds it empty.
+    if (!mBuffer.empty() && std::int64_t(mBuffer.size()) > mSettings.LoggingBufferMax)
+        mBuffer.pop_front();
+    mBuffer.push_back(entry);
+}
+
+void MsgLogging::CommitBuffer()
+{
+    LogFile file(Path());
+    while (!mBuffer.empty()) {
+        file.Write({LogLayout::Line98(mBuffer.front())});
+        mBuffer.pop_front();
+    }
 }
 
 }  // namespace fenrik

@@ -1,29 +1,31 @@
 #pragma once
 
+#include "logging/CMessage98.h"
+
 #include <QString>
-#include <QStringList>
+
+#include <deque>
+#include <functional>
 
 namespace fenrik {
 
 class Clock;
 class CommandTable;
+class ErrorReporter;
 class VersionInfo;
 struct CMessage;
 struct RunState;
+struct Settings;
 
-/// Writes the shown traffic to a text file for reading; the program never reads one.
+/// Writes the shown traffic to a text file for reading; the program never reads one. LogLayout tells how it looks.
 ///
-/// Each write opens the file, appends and closes it again, so a line is on disk as soon as it is written. Lines end
-/// in CR LF. Columns, counted from 1; what lies between two fields is blank:
-///
-///   1   name of the command, 27 wide      52  checksum, 5 wide
-///   28  data, 5 wide                      62  raw bytes
-///   35  state, as " 1 "                   80  time, "h:mm:ss.00"
-///   42  extended, as " 0 "                93  date
+/// Each write opens the file, appends and closes it again, so a line is on disk as soon as it is written. Whoever calls
+/// has looked whether logging is on. All that write throw Error 75.
 class MsgLogging {
 public:
     /// `run.DiagLogPath` is the folder.
-    MsgLogging(const RunState& run, const CommandTable& commands, const Clock& clock, const VersionInfo& version);
+    MsgLogging(const RunState& run, const Settings& settings, const CommandTable& commands, const Clock& clock,
+               const VersionInfo& version);
 
     /// From now on a file named after the present time is written.
     void NewFileName();
@@ -31,20 +33,44 @@ public:
     /// Full path of the file, which exists only once something was written.
     [[nodiscard]] QString Path() const;
 
-    /// The head of a connection; `text` ("Connected - ") stands before date and time. Throws Error 75.
+    /// A connection is about to be made: a new name if the user wants one for each, and failures are told anew.
+    void BeginConnection();
+
+    /// Runs `write`. Its failure goes to `errors` under the name `where`, but only the first one of a connection: the
+    /// traffic goes on, and so would the boxes.
+    void TellOnce(ErrorReporter& errors, const char* where, const std::function<void()>& write);
+
+    /// The head of a connection to the present network; `text` ("Connected - ") stands before date and time.
     void CreateLogHeader00(const QString& text);
 
-    /// One line. Throws Error 75.
+    /// The same for the older network. What the buffer still holds of the last connection is dropped.
+    void CreateLogFile(const QString& text);
+
     void LogToFile(const CMessage& message);
+    void LogToFile(const CMessage98& entry);
+
+    /// An entry of the older network, stamped with the present time: written, or kept for the event if the user chose
+    /// the event trigger.
+    void LogEntry98(int node, const QString& name, int data, const QString& description);
+
+    /// Keeps the entry for the event. The oldest one goes first if more than "BufferMax" are there already, so that one
+    /// more than that number can be.
+    void LogMessage(const CMessage98& entry);
+
+    /// Writes the kept entries, oldest first, and empties the buffer. Those that can't be written stay.
+    void CommitBuffer();
 
 private:
-    void Append(const QStringList& lines) const;
+    [[nodiscard]] QString Stamped(const QString& text) const;
 
     const RunState& mRun;
+    const Settings& mSettings;
     const CommandTable& mCommands;
     const Clock& mClock;
     const VersionInfo& mVersion;
     QString mFileName;
+    std::deque<CMessage98> mBuffer;  // oldest first
+    bool mFailureTold = false;
 };
 
 }  // namespace fenrik

@@ -115,6 +115,12 @@ struct MemberToText {
     QString operator()(QString Settings::*member) const { return settings.*member; }
 };
 
+void SaveKey(SettingsStore& store, const Settings& settings, const Key& key)
+{
+    store.SaveSetting(QLatin1String(key.section), QLatin1String(key.key),
+                      std::visit(MemberToText{settings}, key.member));
+}
+
 }  // namespace
 
 void LoadSettings(const SettingsStore& store, Settings& settings)
@@ -132,8 +138,16 @@ void LoadSettings(const SettingsStore& store, Settings& settings)
 void SaveSettings(SettingsStore& store, const Settings& settings)
 {
     for (const Key& key : kKeys)
-        store.SaveSetting(QLatin1String(key.section), QLatin1String(key.key),
-                          std::visit(MemberToText{settings}, key.member));
+        SaveKey(store, settings, key);
+    store.Sync();
+}
+
+void SaveLoggingSettings(SettingsStore& store, const Settings& settings)
+{
+    for (const Key& key : kKeys) {
+        if (QLatin1String(key.section) == QLatin1String(kLogging))
+            SaveKey(store, settings, key);
+    }
     store.Sync();
 }
 

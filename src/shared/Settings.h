@@ -59,4 +59,7 @@ void LoadSettings(const SettingsStore& store, Settings& settings);
 /// Writes all keys in the order of the table. Throws Error 75 when the file can't be written.
 void SaveSettings(SettingsStore& store, const Settings& settings);
 
+/// The same for the group "Logging" alone.
+void SaveLoggingSettings(SettingsStore& store, const Settings& settings);
+
 }  // namespace fenrik

@@ -119,7 +119,7 @@ protected:
     ComPorts ports = portFolder.Ports();
     SerialControl port{ports};
     CMsgHandler handler{port, clock, pump, commands, errors};
-    MsgLogging log{run, commands, clock, version};
+    MsgLogging log{run, settings, commands, clock, version};
     RemoteProgressStub remote;
     PortState portState{port, handler, remote};
     const Services services{settings, store, run,   commands, specials, port,    handler, log,

@@ -1,59 +1,12 @@
-#include "logging/MsgLogging.h"
-
-#include "link/CMessage.h"
-#include "platform/Error.h"
-#include "platform/VersionInfo.h"
-#include "shared/CommandTable.h"
-#include "shared/RunState.h"
-#include "support/FakeClock.h"
-#include "support/Printers.h"
-
-#include <QFile>
-#include <QLocale>
-#include <QTemporaryDir>
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "LogFixture.h"
+#include "logging/LogLayout.h"
 
 namespace fenrik {
 namespace {
 
 using testing::SizeIs;
 
-class MsgLoggingTest : public testing::Test {
-protected:
-    MsgLoggingTest()
-    {
-        run.DiagLogPath = dir.path();
-        commands[12].Name = "Rear Fog Lamps";
-        log.NewFileName();
-    }
-
-    [[nodiscard]] QByteArray Text() const
-    {
-        QFile file(log.Path());
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
-
-    [[nodiscard]] CMessage Message(int command, int data) const
-    {
-        CMessage message;
-        message.Command = command;
-        message.data = data;
-        message.rawBytes = Frame{std::uint16_t(command), false, false, std::uint16_t(data)}.Encode();
-        message.CheckSum = message.rawBytes.back();
-        message.rawForm = CMessage::RawForm::Received;
-        message.time = clock.Now();
-        return message;
-    }
-
-    QTemporaryDir dir;
-    FakeClock clock;
-    RunState run;
-    CommandTable commands;
-    VersionInfo version{1, 0, 7, QString()};
-    MsgLogging log{run, commands, clock, version};
-};
+class MsgLoggingTest : public LogTest {};
 
 TEST_F(MsgLoggingTest, TheFileIsNamedAfterDateAndTime)
 {
@@ -61,26 +14,38 @@ TEST_F(MsgLoggingTest, TheFileIsNamedAfterDateAndTime)
     EXPECT_FALSE(QFile::exists(log.Path())) << "and made by the first line";
 }
 
-TEST_F(MsgLoggingTest, ANewNameIsANewFileAndOtherwiseTheFileGrows)
+TEST_F(MsgLoggingTest, EachConnectionGetsAFileOfItsOwnOnlyWithUniqueOn)
 {
-    log.LogToFile(Message(12, 1));
-    log.LogToFile(Message(12, 2));
-    EXPECT_THAT(Text().split('\n'), SizeIs(3));
     const QString first = log.Path();
     clock.Advance(1);
+    settings.LoggingUnique = false;
+    log.BeginConnection();
     EXPECT_EQ(log.Path(), first);
-    log.NewFileName();
+    settings.LoggingUnique = true;
+    log.BeginConnection();
+    EXPECT_EQ(log.Path(), dir.path() + "/2026-03-14_09-05-08.txt");
+}
+
+TEST_F(MsgLoggingTest, AClockThatWasSetBackAppendsToTheFileOfThatTime)
+{
+    log.LogToFile(Message(12, 1));
+    clock.Advance(3600);
+    log.BeginConnection();
+    log.LogToFile(Message(12, 2));
+    clock.Advance(-3600);
+    log.BeginConnection();
+    log.CreateLogHeader00("Connected - ");
     log.LogToFile(Message(12, 3));
-    EXPECT_NE(log.Path(), first);
-    EXPECT_THAT(Text().split('\n'), SizeIs(2));
+    EXPECT_THAT(Lines(), SizeIs(1 + 6 + 1)) << "nothing of what was there is lost";
+    EXPECT_TRUE(Text().startsWith("Rear Fog Lamps             1 "));
+    EXPECT_TRUE(Text().contains("\nRear Fog Lamps             3 "));
 }
 
 TEST_F(MsgLoggingTest, TheHeadStandsToTheCharacter)
 {
     log.CreateLogHeader00("Connected - ");
     const QByteArray rule = QByteArray(104, '-') + "\r\n";
-    const QByteArray now = QLocale().toString(clock.Now().DateTime(), QLocale::ShortFormat).toUtf8();
-    EXPECT_EQ(Text(), rule + "Fenrik Diagnostics Log (v1.0.7)\r\n" + "Connected - " + now + "\r\n" + rule +
+    EXPECT_EQ(Text(), rule + "Fenrik Diagnostics Log (v1.0.7)\r\nConnected - 3/14/2026 9:05:07 AM\r\n" + rule +
                           "Command                    Data   State  Extended  CheckSum  RAW               TimeStamp    "
                           "DateStamp\r\n" +
                           rule);
@@ -98,15 +63,14 @@ TEST_F(MsgLoggingTest, ALineStandsToTheCharacter)
 
 TEST_F(MsgLoggingTest, EachFieldStartsAtItsColumn)
 {
-    commands[1023].Name = "A name of far more than twenty-seven characters";
     CMessage message = Message(1023, 65535);
     message.rawForm = CMessage::RawForm::Sent;
-    clock.SetTimer(23 * 3600 + 59 * 60 + 59.99);
+    clock.SetTimer(23 * 3600 + 59 * 60 + 59.996);
     message.time = clock.Now();
     log.LogToFile(message);
     const QByteArray line = Text();
     const std::vector<std::pair<int, const char*>> fields{
-        {1, "A name of far more than twe"}, {28, "65535  "},       {35, " 0 "},           {42, " 0 "},
+        {1, "<Undefined message 1023>   "}, {28, "65535  "},       {35, " 0 "},           {42, " 0 "},
         {62, "00.AF.FC.FF.FF.A9"},          {80, "23:59:59.00  "}, {93, "2026-03-14\r\n"}};
     for (const auto& [column, text] : fields)
         EXPECT_EQ(line.mid(column - 1, qsizetype(qstrlen(text))), text) << "column " << column;
@@ -114,10 +78,27 @@ TEST_F(MsgLoggingTest, EachFieldStartsAtItsColumn)
     EXPECT_EQ(line.size(), 104);
 }
 
+TEST_F(MsgLoggingTest, ANameOfTwoHundredCharactersIsCutToItsColumn)
+{
+    commands[12].Name = QString(200, 'N');
+    log.LogToFile(Message(12, 65535));
+    EXPECT_TRUE(Text().startsWith(QByteArray(27, 'N') + "65535   0  "));
+    EXPECT_EQ(Text().size(), 104);
+}
+
 TEST_F(MsgLoggingTest, ANumberOutsideTheTableIsUnknown)
 {
     log.LogToFile(Message(0, 0));
     EXPECT_TRUE(Text().startsWith("Unknown                    0      "));
+}
+
+TEST_F(MsgLoggingTest, AMessageThatWasNeverOnTheWireHasNoTimes)
+{
+    CMessage message;
+    message.Command = 12;
+    log.LogToFile(message);
+    EXPECT_EQ(Text().trimmed(), "Rear Fog Lamps             0       0      0        0");
+    EXPECT_EQ(Text().size(), 92 + 2);
 }
 
 TEST_F(MsgLoggingTest, AHeadIsAppendedToAnOlderOne)
@@ -128,21 +109,37 @@ TEST_F(MsgLoggingTest, AHeadIsAppendedToAnOlderOne)
     EXPECT_EQ(Text().size(), 2 * size);
 }
 
-TEST_F(MsgLoggingTest, AFolderThatCannotBeWrittenIsAnError)
+TEST_F(MsgLoggingTest, ABurstOfTenThousandMessagesIsInTheFileWholeAndInOrder)
 {
-    run.DiagLogPath = dir.path() + "/no such folder";
-    for (const bool head : {true, false}) {
-        try {
-            if (head)
-                log.CreateLogHeader00("Connected - ");
-            else
-                log.LogToFile(Message(12, 1));
-            ADD_FAILURE() << "no error";
-        } catch (const Error& error) {
-            EXPECT_EQ(error.Number(), ErrorNumber::kPathFileAccess);
-        }
-    }
+    constexpr int kMessages = 10'000;
+    for (int i = 0; i < kMessages; ++i)
+        log.LogToFile(Message(12, i));
+    const auto lines = Lines();
+    ASSERT_THAT(lines, SizeIs(kMessages));
+    for (int i = 0; i < kMessages; ++i)
+        ASSERT_EQ(lines[i].mid(27, 5).trimmed(), QByteArray::number(i));
 }
+
+// --- The date of the head ------------------------------------------------------------------------------------------
+
+struct DateRow {
+    const char* locale;
+    const char* text;
+};
+
+class GeneralDate : public testing::TestWithParam<DateRow> {};
+
+TEST_P(GeneralDate, HasAllDigitsOfTheYearAndTheSeconds)
+{
+    EXPECT_EQ(LogLayout::GeneralDate(FakeClock().Now(), QLocale(GetParam().locale)), GetParam().text);
+}
+
+INSTANTIATE_TEST_SUITE_P(LogLayout, GeneralDate,
+                         testing::Values(DateRow{"C", "14 Mar 2026 09:05:07"}, DateRow{"en_US", "3/14/2026 9:05:07 AM"},
+                                         DateRow{"en_GB", "14/03/2026 09:05:07"},
+                                         DateRow{"de_DE", "14.03.2026 09:05:07"},
+                                         DateRow{"fi_FI", "14.3.2026 9.05.07"}),
+                         [](const auto& test) { return test.param.locale; });
 
 }  // namespace
 }  // namespace fenrik
