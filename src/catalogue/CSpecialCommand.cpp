@@ -104,8 +104,8 @@ void CSpecialCommand::SelectItem(std::int32_t data, std::uint8_t State, std::uin
 
 void CSpecialCommand::SelectCode(std::int32_t ActualCode, bool MustExist)
 {
-    mSelectedKey = ActualCode;
-    if (mByKey.contains(ActualCode))
+    mSelectedKey = ActualCode & kKeyBits;
+    if (mByKey.contains(mSelectedKey))
         return;
     if (!MustExist) {
         AddItem(mCommands.FriendlyName(MyCommand), scCode(), scState() != 0, scExtended() != 0, QString(),

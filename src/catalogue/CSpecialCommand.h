@@ -84,6 +84,9 @@ public:
     /// made, which stays.
     void SelectCode(std::int32_t ActualCode, bool MustExist);
 
+    /// The packed key of what is selected.
+    [[nodiscard]] std::int32_t SelectedKey() const { return mSelectedKey; }
+
     /// In the order in which they were added.
     [[nodiscard]] const std::vector<std::unique_ptr<CSpecialCommandItem>>& itemList() const { return mItems; }
 
@@ -91,6 +94,7 @@ private:
     static constexpr std::int32_t kCodeBits = 0x3FFFC;
     static constexpr std::int32_t kStateBit = 2;
     static constexpr std::int32_t kExtendedBit = 1;
+    static constexpr std::int32_t kKeyBits = kCodeBits | kStateBit | kExtendedBit;
 
     [[nodiscard]] static std::int32_t PackedKey(std::int32_t code, bool state, bool extended);
 
