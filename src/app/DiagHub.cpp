@@ -12,6 +12,7 @@
 #include "diagnostics/States.h"
 #include "link/CMsgHandler.h"
 #include "model/CNode.h"
+#include "model/SavePrompt.h"
 #include "platform/Boxes.h"
 #include "platform/ProgramFolder.h"
 #include "platform/SerialControl.h"
@@ -23,6 +24,7 @@
 #include "shared/Settings.h"
 
 #include <QAction>
+#include <QScopedValueRollback>
 
 namespace fenrik {
 
@@ -201,8 +203,32 @@ void DiagHub::PingSelectedNode()
         RefreshCurrentFrame(false);
 }
 
+bool DiagHub::SaveSystem(std::int32_t response)
+{
+    return mSystem.SaveSystem(response);
+}
+
+void DiagHub::ShowLoadedSystem()
+{
+    if (mPorts.PortOpenForTx()) {
+        mDiscovery.DetectNodes();
+    } else {
+        for (int number = 1; mSystem.Defined() && number <= mSystem.NodesInSystem(); ++number)
+            mSystem.ActivateNode(number);
+        SelectNode(1);
+    }
+    if (mServices.pump.Stopped())
+        return;  // the window was closed meanwhile
+    RefreshNodeActions();
+    RefreshCurrentFrame(false);
+}
+
 bool DiagHub::PrepareToClose()
 {
+    // The window can be asked to close again while one of the questions below stands.
+    if (mClosing)
+        return false;
+    const QScopedValueRollback<bool> closing(mClosing, true);
     if (const CNode* node = mSystem.MountedNode()) {
         const QString name = node->Name().isEmpty() ? node->key() : node->Name();
         mDiscovery.UnmountNode(node->number());
@@ -217,6 +243,7 @@ bool DiagHub::PrepareToClose()
     mWindow.Panels().StopMonitor();
     if (mServices.port.PortOpen())
         mServices.port.setPortOpen(false);
+    SaveSystem(SavePrompt::kAsk);
     return true;
 }
 

@@ -80,7 +80,16 @@ public:
     void PingSelectedNode();
     void SelectNode(int number);
 
-    /// Ends the connection for good when the window closes; false if the user wants to stay.
+    /// Saves the system: SavePrompt::kYes does, SavePrompt::kAsk asks whether to if something would be lost. True if
+    /// it was saved.
+    bool SaveSystem(std::int32_t response);
+
+    /// After another system was loaded: looks which of its nodes are there. While not connected all nodes of a saved
+    /// system can be looked at; node 1 is selected.
+    void ShowLoadedSystem();
+
+    /// Ends the connection for good when the window closes, and offers to save the system; false if the user wants to
+    /// stay.
     bool PrepareToClose();
 
 private:
@@ -159,6 +168,7 @@ private:
     MessageDisplay mDisplay;
     MessagePump mPump;
     QTimer mSendSync;
+    bool mClosing = false;
 };
 
 }  // namespace fenrik

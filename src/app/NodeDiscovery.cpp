@@ -265,7 +265,8 @@ bool NodeDiscovery::VerifyNode(CNode* node, bool force)
 {
     if (!node)
         return false;
-    if (!node->Verified() || force) {
+    // Without a network nobody can say better than a saved system what the node is.
+    if (mPorts.PortOpenForTx() && (!node->Verified() || force)) {
         node->setTypeID(std::int16_t(LearnType(*node).value_or(kUnknownType)));
         node->setVerified(true);
     }

@@ -9,6 +9,7 @@
 #include "app/frmDiag.h"
 #include "logging/FrmMsgLogging.h"
 #include "model/SavePrompt.h"
+#include "model/SavePrompt.h"
 #include "shared/ErrorReporter.h"
 #include "shared/EventPump.h"
 #include "shared/Settings.h"
@@ -44,6 +45,7 @@ void ToolbarActions::Run(const QString& key)
         {QStringLiteral("Disconnect"), [](ToolbarActions& self) { self.mHub.Link().Disconnect(); }},
         {QStringLiteral("ConnectUsing"), [](ToolbarActions& self) { self.ConnectUsing(); }},
         {QStringLiteral("Clear"), [](ToolbarActions& self) { self.mHub.Clear(); }},
+        {QStringLiteral("Save"), [](ToolbarActions& self) { (void)self.mHub.SaveSystem(SavePrompt::kYes); }},
         {QStringLiteral("DetectNodes"), [](ToolbarActions& self) { self.DetectNodes(); }},
         {QStringLiteral("Collision"), [](ToolbarActions& self) { self.SwitchCollisionMonitor(); }},
         {QStringLiteral("Refresh"), [](ToolbarActions& self) { self.Refresh(); }},

@@ -130,6 +130,12 @@ void UiState::RefreshUIToolBarActions()
     for (const char* key : {"States", "FlashInfo", "Collision"})
         mParts.toolbar.SetEnabled(QLatin1String(key), canSend && mounted);
     mParts.toolbar.SetEnabled(QStringLiteral("Refresh"), canSend && mSystem.SelectedNodeNumber() != 0);
+    // What is known of a saved system can be looked at without the network. On it, a mount opens these views, too.
+    const bool known = mSystem.Defined() && mSystem.SelectedNode();
+    for (const char* key : {"OutputDiagnostics", "InputDiagnostics"}) {
+        if (known || !Connected())
+            mParts.toolbar.SetEnabled(QLatin1String(key), known);
+    }
 }
 
 void UiState::RefreshUIMenuActions()
