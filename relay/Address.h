@@ -22,6 +22,11 @@ public:
     /// A socket that listens here. Throws std::system_error.
     [[nodiscard]] Handle Listen() const;
 
+    [[nodiscard]] int Family() const { return mStorage.ss_family; }
+
+    /// True if `socket`, of the same family, now has a connection to this address.
+    [[nodiscard]] bool Connect(const Handle& socket) const { return ::connect(socket.Get(), Get(), mSize) == 0; }
+
     /// "192.168.0.5", also where it comes as an IPv6 address that stands for it; "fe80::1".
     [[nodiscard]] std::string Host() const;
 

@@ -94,12 +94,13 @@ void Connection::Farewell(double now)
 
 void Connection::Tick(Exchange& exchange, double now)
 {
+    // What has only just been sent gets its chance first.
+    if (!mTouched && Unsent() > 0 && now - mLastProgress > mLimits.stallSeconds)
+        Lose("reads nothing");
+    if (!mTouched && mEnding && now > (mShutDown ? mEndsBy : mLastProgress + mLimits.farewellSeconds))
+        Lose("hung up on");
     if (!mUser.ended && !mUser.LoggedOn() && now - mSince > mLimits.logonSeconds)
         exchange.TurnAway(mUser, "You did not log on in time.", now);
-    if (Unsent() > 0 && now - mLastProgress > mLimits.stallSeconds)
-        Lose("reads nothing");
-    if (mEnding && now > (mShutDown ? mEndsBy : mLastProgress + mLimits.farewellSeconds))
-        Lose("hung up on");
     if (mIntake.Held())
         GoOn(exchange, now);
 }
