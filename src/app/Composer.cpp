@@ -210,8 +210,8 @@ void Composer::SendCommand()
 bool Composer::SelectCommand(int command)
 {
     const CommandEntry& entry = mServices.commands[command];
-    // Without its category the values would stand beside another command, ready to be sent.
-    if (mUi->CboCategory->findText(entry.Category, Qt::MatchExactly | Qt::MatchCaseSensitive) < 0)
+    // Without its category the values would stand beside another command, ready to be sent. Number 0 has no command.
+    if (command == 0 || mUi->CboCategory->findText(entry.Category, Qt::MatchExactly | Qt::MatchCaseSensitive) < 0)
         return false;
     mUi->CboCategory->setCurrentText(entry.Category);
     mUi->CboCommand->setCurrentText(entry.Name);
@@ -222,19 +222,33 @@ bool Composer::ShowCommand(int command, bool on)
 {
     if (!SelectCommand(command))
         return false;
-    mUi->cmdState->setText(on ? kOn : kOff);
-    mUi->cmdExtended->setText(kFalse);
-    mUi->TxtData->setText(QStringLiteral("0"));
+    SetFields(on, false, QStringLiteral("0"));
     return true;
+}
+
+void Composer::SetFields(bool on, bool extended, const QString& dataText)
+{
+    mUi->cmdState->setText(on ? kOn : kOff);
+    mUi->cmdExtended->setText(extended ? kTrue : kFalse);
+    mUi->TxtData->setText(dataText);
+}
+
+void Composer::SendAs(int command, bool on, bool extended, const QString& dataText)
+{
+    if (!SelectCommand(command))
+        throw Error(
+            ErrorNumber::kSubscriptOutOfRange,
+            QStringLiteral("\"%1\" is in a category that is not listed").arg(mServices.commands.FriendlyName(command)));
+    SetFields(on, extended, dataText);
+    Send();
 }
 
 bool Composer::ShowMessage(const CMessage& message)
 {
     if (!SelectCommand(message.Command))
         return false;
-    mUi->cmdState->setText(message.State ? kOn : kOff);
-    mUi->cmdExtended->setText(message.extended ? kTrue : kFalse);
-    mUi->TxtData->setText(mServices.settings.HexData ? HexData(message.data) : QString::number(message.data));
+    SetFields(message.State, message.extended,
+              mServices.settings.HexData ? HexData(message.data) : QString::number(message.data));
     if (mServices.specials.IsSpecialCommand(message.Command))
         mHost->OpenSpecialCommand(message);
     return true;

@@ -50,6 +50,10 @@ public:
     /// lists don't offer it.
     bool ShowCommand(int command, bool on);
 
+    /// Sets all fields and presses "Send", as an operator would. Throws Error 9, with nothing sent, if the lists don't
+    /// offer the command.
+    void SendAs(int command, bool on, bool extended, const QString& dataText);
+
     void SetSendEnabled(bool enabled);
 
 protected:
@@ -63,6 +67,7 @@ private:
     void SendByte();
     void SendCommand();
     void Toggle(bool state);
+    void SetFields(bool on, bool extended, const QString& dataText);
     [[nodiscard]] CMessage ComposedMessage() const;
 
     const Services& mServices;

@@ -46,7 +46,8 @@ DiagHub::DiagHub(const Services& services, frmDiag& window, ProgramHost& program
                    services.run, *this),
       mDiscovery(services, mPorts, mSystem, *this), mRefresh(services, mSystem, mDiscovery, mUi, window.Status()),
       mConnection(services, mPorts, mSystem, mTransceiver, *this),
-      mDisplay(services, mSystem, window.Messages(), *this), mPump(services.handler, *this, this)
+      mDisplay(services, mSystem, window.Messages(), *this), mPump(services.handler, *this, this),
+      mScripts(services, window.CommandComposer(), mUi, window.Status())
 {
     mSendSync.setObjectName(QStringLiteral("TSendSync"));
     mSendSync.setParent(this);
@@ -114,6 +115,7 @@ void DiagHub::RequestCancel()
 {
     mDiscovery.RequestCancel();
     mRefresh.RequestCancel();
+    mScripts.RequestCancel();
 }
 
 void DiagHub::OpenSpecialCommand(const CMessage&)

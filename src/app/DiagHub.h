@@ -7,6 +7,7 @@
 #include "app/NodeDiscovery.h"
 #include "app/NodeRefresh.h"
 #include "app/PortState.h"
+#include "app/ScriptRunner.h"
 #include "app/Services.h"
 #include "app/UiState.h"
 #include "app/ViewSwitch.h"
@@ -52,6 +53,7 @@ public:
     [[nodiscard]] Connection& Link() { return mConnection; }
     [[nodiscard]] NodeDiscovery& Discovery() { return mDiscovery; }
     [[nodiscard]] NodeRefresh& Refresh() { return mRefresh; }
+    [[nodiscard]] ScriptRunner& Scripts() { return mScripts; }
     [[nodiscard]] const PortState& Ports() const { return mPorts; }
 
     /// ComposerHost
@@ -67,7 +69,7 @@ public:
     /// Empties the list and the panels.
     void Clear();
 
-    /// Escape: ends a running detection or download.
+    /// Escape: ends a running detection, download or script.
     void RequestCancel();
 
     void ShowText(const QString& text) { ShowMessage(text); }
@@ -167,6 +169,7 @@ private:
     Connection mConnection;
     MessageDisplay mDisplay;
     MessagePump mPump;
+    ScriptRunner mScripts;
     QTimer mSendSync;
     bool mClosing = false;
 };

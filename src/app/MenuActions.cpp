@@ -4,6 +4,7 @@
 #include "app/MainMenus.h"
 #include "app/MainToolbar.h"
 #include "app/ProgramHost.h"
+#include "app/ScriptRunner.h"
 #include "app/ToolbarActions.h"
 #include "app/frmDiag.h"
 #include "app/messages/MessageListModel.h"
@@ -53,6 +54,8 @@ void MenuActions::Choose(const QString& entry)
         ChooseConnectionMethod(entry);
     else if (entry == QLatin1String("mnuDiagSendSync"))
         mHub.ToggleSendSync();
+    else if (entry == QLatin1String("mnuRunScript"))
+        mHub.Scripts().Choose();
     else if (entry == QLatin1String("mnuSettingsExit"))
         mWindow.close();
     else if (entry == QLatin1String("mnuHelpHarnwick"))

@@ -16,6 +16,7 @@ namespace {
 // Heights of the two sizes; larger fonts take more.
 constexpr int kHeight00 = 94;
 constexpr int kHeight98 = 254;
+constexpr int kLeastWidth = 260;  // room for the title
 
 /// Nothing but digits, and no number that the settings can't hold. Looks at the whole text, so that a paste passes the
 /// same gate as a key.
@@ -44,7 +45,7 @@ FrmMsgLogging::FrmMsgLogging(Settings& settings, SettingsStore& store, ErrorRepo
     mUi->EventArea->setVisible(mSettings.IsLegacyProtocol());
     ShowSettings();
     SetUpButtons();
-    resize(sizeHint().width(), mSettings.IsLegacyProtocol() ? kHeight98 : kHeight00);
+    resize(std::max(sizeHint().width(), kLeastWidth), mSettings.IsLegacyProtocol() ? kHeight98 : kHeight00);
 }
 
 FrmMsgLogging::~FrmMsgLogging() = default;

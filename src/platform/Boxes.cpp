@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QInputDialog>
+#include <QRegularExpression>
 
 namespace fenrik {
 
@@ -14,6 +15,12 @@ namespace {
 QString TitleOrDefault(const QString& title)
 {
     return title.isEmpty() ? VersionInfo::Title() : title;
+}
+
+QString OnlySuffixOf(const QString& filter)
+{
+    static const QRegularExpression kOnePattern(QStringLiteral("^[^(]*\\(\\*\\.(\\w+)\\)$"));
+    return kOnePattern.match(filter).captured(1);
 }
 
 }  // namespace
@@ -47,6 +54,7 @@ QString Boxes::OpenFileBox(const QString& title, const QString& filter, const QS
     box.setObjectName(QStringLiteral("FileBox"));
     box.setOption(QFileDialog::DontUseNativeDialog);
     box.setFileMode(QFileDialog::ExistingFile);
+    box.setDefaultSuffix(OnlySuffixOf(filter));
     return box.exec() == QDialog::Accepted ? box.selectedFiles().value(0) : QString();
 }
 

@@ -2,6 +2,7 @@
 
 #include <QAbstractEventDispatcher>
 #include <QCoreApplication>
+#include <QThread>
 #include <QTimer>
 
 #include <cmath>
@@ -38,6 +39,17 @@ bool EventPump::WaitUntil(const Condition& done, Moment deadline)
 void EventPump::Wait(int seconds)
 {
     WaitFor([] { return false; }, seconds);
+}
+
+void EventPump::Block(int milliseconds)
+{
+    if (!mStopped)
+        Sleep(milliseconds);
+}
+
+void EventPump::Sleep(int milliseconds)
+{
+    QThread::msleep(std::uint32_t(milliseconds));
 }
 
 void EventPump::Stop()

@@ -32,6 +32,9 @@ public:
     /// Delivers what is waiting now and returns.
     void Once() { Pump(0.0); }
 
+    /// Stops the whole program for that time: nothing is delivered and nothing painted. Not at all after Stop.
+    void Block(int milliseconds);
+
     void Stop();
     [[nodiscard]] bool Stopped() const { return mStopped; }
 
@@ -42,6 +45,7 @@ protected:
     /// Delivers events; with none there, sleeps until one comes, until `seconds` have passed or until Wake.
     virtual void Pump(double seconds) = 0;
     virtual void Wake() {}
+    virtual void Sleep(int milliseconds);
 
 private:
     bool Run(const Condition& done, const std::function<double()>& remaining);

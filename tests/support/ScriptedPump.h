@@ -37,6 +37,8 @@ protected:
         step();
     }
 
+    void Sleep(int milliseconds) override { mClock.Advance(milliseconds / 1000.0); }
+
 private:
     FakeClock& mClock;
     std::deque<std::pair<double, std::function<void()>>> mSteps;
