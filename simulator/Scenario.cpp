@@ -144,6 +144,40 @@ void ParseRefuse(Words& words, Action& action)
         throw std::invalid_argument("there is no query \"" + word + "\"");
 }
 
+struct StepRow {
+    std::string_view word;
+    NodeStep step;
+};
+
+constexpr StepRow kSteps[] = {
+    {"ping", NodeStep::Ping},   {"mount", NodeStep::Mount},     {"unmount", NodeStep::Unmount},
+    {"state", NodeStep::State}, {"special", NodeStep::Special},
+};
+
+// ignore 3 mount, ignore 3 all, ignore 3 off
+void ParseIgnore(Words& words, Action& action)
+{
+    action.node = TakeNode(words);
+    action.on = !words.TakeIf("off");
+    if (!action.on)
+        return;
+    const auto word = words.Take("what to ignore");
+    for (const auto& row : kSteps)
+        if (word == "all" || word == row.word)
+            action.steps.push_back(row.step);
+    if (action.steps.empty())
+        throw std::invalid_argument("a node can't ignore \"" + word + "\"");
+}
+
+// state-as 3 2, state-as 3 off
+void ParseStateAs(Words& words, Action& action)
+{
+    action.node = TakeNode(words);
+    action.on = !words.TakeIf("off");
+    if (action.on)
+        action.count = words.TakeNumber("state to tell", 0, 65535);
+}
+
 void ParseSwitch(Words& words, Action& action)
 {
     action.on = words.TakeOptionalOnOff();
@@ -188,6 +222,9 @@ constexpr VerbRow kVerbs[] = {
     {"answer-as", Verb::AnswerAs, ParseAnswerAs},
     {"odd", Verb::Odd, ParseNodeSwitch},
     {"refuse", Verb::Refuse, ParseRefuse},
+    {"ignore", Verb::Ignore, ParseIgnore},
+    {"state-as", Verb::StateAs, ParseStateAs},
+    {"deny", Verb::Deny, ParseNodeSwitch},
 };
 
 Action TakeAction(Words& words)

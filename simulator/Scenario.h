@@ -29,6 +29,9 @@ struct Action {
         AnswerAs,       ///< `node` gives number `count` for its own while `on`
         Cut,            ///< array replies of `node` end after `count` data frames while `on`
         Refuse,         ///< `node` refuses `queries`; none any more if !on
+        Ignore,         ///< `node` is deaf to `steps`; to nothing any more if !on
+        StateAs,        ///< `node` tells `count` for the state of every item while `on`
+        Deny,           ///< `node` declines mounts and assignments while `on`
         Odd,            ///< array replies of `node` have odd lengths while `on`
         NoTransceiver,  ///< the transceiver doesn't answer while `on`
         Quiet,          ///< no traffic of the vehicle's own while `on`
@@ -46,6 +49,7 @@ struct Action {
     double value = 0;
     double value2 = 0;
     std::vector<std::uint16_t> queries;  ///< codes of query kinds
+    std::vector<NodeStep> steps;
 };
 
 /// An action and when it is carried out, in seconds since the scenario began.

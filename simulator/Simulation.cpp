@@ -174,6 +174,8 @@ void Simulation::Carry(const Action& action)
         {Verb::Quit, &Simulation::CarryQuit},     {Verb::LoseReply, &Simulation::CarryLoseReply},
         {Verb::Cut, &Simulation::CarryCut},       {Verb::AnswerAs, &Simulation::CarryAnswerAs},
         {Verb::Odd, &Simulation::CarryOdd},       {Verb::Refuse, &Simulation::CarryRefuse},
+        {Verb::Ignore, &Simulation::CarryIgnore}, {Verb::StateAs, &Simulation::CarryStateAs},
+        {Verb::Deny, &Simulation::CarryDeny},
     };
     (this->*std::ranges::find(kRows, action.verb, &Row::verb)->carry)(action);
 }
@@ -265,6 +267,25 @@ void Simulation::CarryRefuse(const Action& action)
         refused.insert(action.queries.begin(), action.queries.end());
     else
         refused.clear();
+}
+
+void Simulation::CarryIgnore(const Action& action)
+{
+    auto& ignored = mVehicle.Node(action.node)->Faults().ignored;
+    if (action.on)
+        ignored.insert(action.steps.begin(), action.steps.end());
+    else
+        ignored.clear();
+}
+
+void Simulation::CarryStateAs(const Action& action)
+{
+    mVehicle.Node(action.node)->Faults().stateAs = action.on ? std::optional(action.count) : std::nullopt;
+}
+
+void Simulation::CarryDeny(const Action& action)
+{
+    mVehicle.Node(action.node)->Faults().denies = action.on;
 }
 
 void Simulation::CarryOdd(const Action& action)

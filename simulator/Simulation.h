@@ -82,6 +82,9 @@ private:
     void CarryCut(const Action& action);
     void CarryRefuse(const Action& action);
     void CarryOdd(const Action& action);
+    void CarryIgnore(const Action& action);
+    void CarryStateAs(const Action& action);
+    void CarryDeny(const Action& action);
     void CarryNoTransceiver(const Action& action);
     void CarryQuiet(const Action& action);
     void CarryFlood(const Action& action);

@@ -3,6 +3,7 @@
 #include "simulator/ConfigMaker.h"
 #include "simulator/NetworkFrames.h"
 #include "simulator/Relationship.h"
+#include "simulator/SpecialOrder.h"
 
 #include <algorithm>
 
@@ -55,6 +56,12 @@ SimNode* Vehicle::Asked(int number)
     return node && !node->Silent() ? node : nullptr;
 }
 
+SimNode* Vehicle::Asked(int number, NodeStep step)
+{
+    auto* node = Asked(number);
+    return node && !node->Faults().ignored.contains(step) ? node : nullptr;
+}
+
 std::vector<Frame> Vehicle::Answer(const Frame& question)
 {
     struct Row {
@@ -65,7 +72,8 @@ std::vector<Frame> Vehicle::Answer(const Frame& question)
         {901, &Vehicle::AnswerPing},     {905, &Vehicle::AnswerMount},      {921, &Vehicle::AnswerInputs},
         {922, &Vehicle::AnswerOutputs},  {926, &Vehicle::AnswerCollisions}, {977, &Vehicle::AnswerOldType},
         {979, &Vehicle::AnswerType},     {923, &Vehicle::AnswerMemoryRead}, {937, &Vehicle::AnswerVersion},
-        {kQuery, &Vehicle::AnswerQuery},
+        {kQuery, &Vehicle::AnswerQuery}, {920, &Vehicle::AnswerItemState},  {969, &Vehicle::AnswerSpecial},
+        {973, &Vehicle::AnswerSpecial},
     };
     const auto* row = std::ranges::find(kRows, question.command, &Row::command);
     if (row != std::end(kRows))
@@ -76,7 +84,7 @@ std::vector<Frame> Vehicle::Answer(const Frame& question)
 
 Vehicle::Answers Vehicle::AnswerPing(const Frame& question)
 {
-    const auto* node = Asked(question.data);
+    const auto* node = Asked(question.data, NodeStep::Ping);
     if (!node)
         return {};
     return {{kPingReply, false, false, std::uint16_t(node->Faults().answersAs.value_or(question.data))}};
@@ -84,9 +92,11 @@ Vehicle::Answers Vehicle::AnswerPing(const Frame& question)
 
 Vehicle::Answers Vehicle::AnswerMount(const Frame& question)
 {
-    auto* node = Asked(question.data);
+    auto* node = Asked(question.data, question.state ? NodeStep::Mount : NodeStep::Unmount);
     if (!node)
         return {};
+    if (question.state && node->Faults().denies)
+        return {{kAcknowledge, false, false, question.data}};
     if (auto* before = Node(mMounted); before && (question.state || before == node)) {
         before->StopPushing();
         mMounted = 0;
@@ -147,6 +157,23 @@ Vehicle::Answers Vehicle::AnswerCollisions(const Frame&)
     if (!node)
         return {};
     return {{kValue, false, false, node->Collisions()}};
+}
+
+Vehicle::Answers Vehicle::AnswerItemState(const Frame& question)
+{
+    const auto* node = Asked(mMounted, NodeStep::State);
+    if (!node || !question.state)
+        return {};
+    const int believed = mCommandsOn.contains(question.data) ? 1 : 0;
+    return {{kValue, false, false, std::uint16_t(node->Faults().stateAs.value_or(believed))}};
+}
+
+Vehicle::Answers Vehicle::AnswerSpecial(const Frame& question)
+{
+    const SpecialOrder order(question);
+    const auto* node = order.Node() == mMounted ? Asked(mMounted, NodeStep::Special) : nullptr;
+    const auto answer = node ? order.Answer(node->Faults().denies) : std::nullopt;
+    return answer ? Answers{*answer} : Answers{};
 }
 
 Vehicle::Answers Vehicle::AnswerMemoryRead(const Frame& question)

@@ -52,6 +52,8 @@ private:
     using Answers = std::vector<Frame>;
 
     [[nodiscard]] SimNode* Asked(int number);
+    /// The same, null also if the node is deaf to `step`.
+    [[nodiscard]] SimNode* Asked(int number, NodeStep step);
     [[nodiscard]] SimNode* Mounted() { return Asked(mMounted); }
     /// The answers of the mounted node, null if there is none or it is silent.
     [[nodiscard]] NodeAnswers* MountedAnswers();
@@ -65,6 +67,8 @@ private:
     Answers AnswerInputs(const Frame& question);
     Answers AnswerOutputs(const Frame& question);
     Answers AnswerCollisions(const Frame& question);
+    Answers AnswerItemState(const Frame& question);
+    Answers AnswerSpecial(const Frame& question);
     Answers AnswerMemoryRead(const Frame& question);
     Answers AnswerVersion(const Frame& question);
     Answers AnswerQuery(const Frame& question);
