@@ -249,7 +249,8 @@ bool Composer::ShowMessage(const CMessage& message)
         return false;
     SetFields(message.State, message.extended,
               mServices.settings.HexData ? HexData(message.data) : QString::number(message.data));
-    if (mServices.specials.IsSpecialCommand(message.Command))
+    // The list can be clicked also inside an exchange, which the window's own would disturb.
+    if (mServices.specials.IsSpecialCommand(message.Command) && mHost->IsReady())
         mHost->OpenSpecialCommand(message);
     return true;
 }

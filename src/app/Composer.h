@@ -19,6 +19,7 @@ public:
     virtual ~ComposerHost() = default;
     virtual void SetUIState(int state) = 0;
     [[nodiscard]] virtual bool IsConnected() const = 0;
+    [[nodiscard]] virtual bool IsReady() const = 0;  ///< no exchange is under way
     virtual void OpenSpecialCommand(const CMessage& message) = 0;
     /// A command was sent: the states view may poll.
     virtual void CommandSent() = 0;
@@ -42,8 +43,8 @@ public:
     /// Lists the catalogue's categories anew, by the options; `hiddenCategory` is the market's.
     void PopulatecboCategoryList(const QString& hiddenCategory);
 
-    /// Takes a line of the message list over for sending it again; a special command opens its window. False, and
-    /// nothing is taken, if the lists don't offer the command.
+    /// Takes a line of the message list over for sending it again; a special command opens its window, unless an
+    /// exchange is under way. False, and nothing is taken, if the lists don't offer the command.
     bool ShowMessage(const CMessage& message);
 
     /// Puts a command together with data 0 and no three-way flag, ready to be sent. False, and nothing changes, if the

@@ -45,6 +45,7 @@ DiagHub::DiagHub(const Services& services, frmDiag& window, ProgramHost& program
       mTransceiver(services.port, services.handler, services.pump, services.boxes, services.version, services.settings,
                    services.run, *this),
       mDiscovery(services, mPorts, mSystem, *this), mRefresh(services, mSystem, mDiscovery, mUi, window.Status()),
+      mCommands(services, mPorts, mSystem, mDiscovery, mUi, window),
       mConnection(services, mPorts, mSystem, mTransceiver, *this),
       mDisplay(services, mSystem, window.Messages(), *this), mPump(services.handler, *this, this),
       mScripts(services, window.CommandComposer(), mUi, window.Status())
@@ -116,11 +117,6 @@ void DiagHub::RequestCancel()
     mDiscovery.RequestCancel();
     mRefresh.RequestCancel();
     mScripts.RequestCancel();
-}
-
-void DiagHub::OpenSpecialCommand(const CMessage&)
-{
-    ShowMessage(QStringLiteral("Special commands can't be composed in this version."));
 }
 
 void DiagHub::Compose(int command, bool on)

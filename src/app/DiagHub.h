@@ -6,6 +6,7 @@
 #include "app/MessagePump.h"
 #include "app/NodeDiscovery.h"
 #include "app/NodeRefresh.h"
+#include "app/OperatorCommands.h"
 #include "app/PortState.h"
 #include "app/ScriptRunner.h"
 #include "app/Services.h"
@@ -53,13 +54,15 @@ public:
     [[nodiscard]] Connection& Link() { return mConnection; }
     [[nodiscard]] NodeDiscovery& Discovery() { return mDiscovery; }
     [[nodiscard]] NodeRefresh& Refresh() { return mRefresh; }
+    [[nodiscard]] OperatorCommands& Commands() { return mCommands; }
     [[nodiscard]] ScriptRunner& Scripts() { return mScripts; }
     [[nodiscard]] const PortState& Ports() const { return mPorts; }
 
     /// ComposerHost
     void SetUIState(int state) override { mUi.SetUIState(state); }
     [[nodiscard]] bool IsConnected() const override { return mUi.Connected(); }
-    void OpenSpecialCommand(const CMessage& message) override;
+    [[nodiscard]] bool IsReady() const override { return mUi.Ready(); }
+    void OpenSpecialCommand(const CMessage& message) override { mCommands.OpenSpecialCommand(message); }
     void CommandSent() override;
     void SelectLastLine() override;
 
@@ -117,7 +120,6 @@ private:
     void DetectNodes() override { mDiscovery.DetectNodes(); }
     bool UnmountNode(int node) override { return mDiscovery.UnmountNode(node); }
     void SetToolbarEnabled(bool enabled) override;
-    [[nodiscard]] bool IsReady() const override { return mUi.Ready(); }
     void RefreshNodeActions() override;
     void ClickNode(int number) override;
     void ResetStates() override;
@@ -166,6 +168,7 @@ private:
     Transceiver mTransceiver;
     NodeDiscovery mDiscovery;
     NodeRefresh mRefresh;
+    OperatorCommands mCommands;
     Connection mConnection;
     MessageDisplay mDisplay;
     MessagePump mPump;

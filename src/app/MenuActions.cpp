@@ -13,6 +13,7 @@
 #include "shared/Settings.h"
 
 #include <QAction>
+#include <QHash>
 
 namespace fenrik {
 
@@ -48,7 +49,7 @@ MenuActions::MenuActions(const Services& services, DiagHub& hub, frmDiag& window
 
 void MenuActions::Choose(const QString& entry)
 {
-    if (ChooseAsButton(entry) || ChooseListOption(entry) || mHelp.OpenFor(entry))
+    if (ChooseAsButton(entry) || ChooseListOption(entry) || ChooseOperatorCommand(entry) || mHelp.OpenFor(entry))
         return;
     if (entry.startsWith(QLatin1String(kMethodPrefix)))
         ChooseConnectionMethod(entry);
@@ -92,6 +93,24 @@ bool MenuActions::ChooseListOption(const QString& entry)
     } else {
         return false;
     }
+    return true;
+}
+
+bool MenuActions::ChooseOperatorCommand(const QString& entry)
+{
+    using Open = void (OperatorCommands::*)();
+    static const QHash<QString, Open> kWindows{
+        {QStringLiteral("mnuCommandQuery"), &OperatorCommands::OpenCommandQuery},
+        {QStringLiteral("mnuAssignEatonE33"), &OperatorCommands::AssignEatonE33},
+    };
+    const Open open = kWindows.value(entry);
+    if (!open)
+        return false;
+    // Menus are open to the user also inside an exchange, which the window's own would disturb.
+    if (mHub.State().Ready())
+        (mHub.Commands().*open)();
+    else
+        mWindow.setMsg(QStringLiteral("Please wait until the present exchange has come to its end."));
     return true;
 }
 

@@ -27,6 +27,7 @@ private:
     void Choose(const QString& entry);
     [[nodiscard]] bool ChooseAsButton(const QString& entry);
     [[nodiscard]] bool ChooseListOption(const QString& entry);
+    [[nodiscard]] bool ChooseOperatorCommand(const QString& entry);
     void SetCheck(const QString& entry, bool checked);
     void ChooseConnectionMethod(const QString& entry);
 

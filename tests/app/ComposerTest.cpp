@@ -19,6 +19,7 @@ class WindowRecorder : public ComposerHost {
 public:
     void SetUIState(int state) override { calls.push_back("state " + std::to_string(state)); }
     [[nodiscard]] bool IsConnected() const override { return connected; }
+    [[nodiscard]] bool IsReady() const override { return ready; }
     void OpenSpecialCommand(const CMessage& message) override
     {
         calls.push_back("special " + std::to_string(message.Command) + ' ' + std::to_string(message.data));
@@ -27,6 +28,7 @@ public:
     void SelectLastLine() override { calls.push_back("last line"); }
 
     bool connected = true;
+    bool ready = true;
     std::vector<std::string> calls;
 };
 
@@ -332,6 +334,17 @@ TEST_F(ComposerTest, ALineOfASpecialCommandOpensItsWindow)
     EXPECT_TRUE(composer.ShowMessage(Received(969, 515)));
     EXPECT_EQ(Command().currentText(), "Node Control");
     EXPECT_THAT(window.calls, ElementsAre("special 969 515"));
+}
+
+TEST_F(ComposerTest, ALineOfASpecialCommandOpensNothingDuringAnExchange)
+{
+    LoadSpecialCommands();
+    Define(969, "Node Control", "Glass", 2);
+    composer.PopulatecboCategoryList("Hidden");
+    window.ready = false;
+    EXPECT_TRUE(composer.ShowMessage(Received(969, 515)));
+    EXPECT_EQ(Command().currentText(), "Node Control");
+    EXPECT_THAT(window.calls, IsEmpty());
 }
 
 TEST_F(ComposerTest, ALineWhoseCategoryIsNotOfferedChangesNothing)
