@@ -111,6 +111,8 @@ void JetFile::ReadCatalogue()
         }
         mObjects.push_back(std::move(object));
     }
+    if (mObjects.empty())
+        ThrowJetDamaged(QStringLiteral("its catalogue is empty"));
 }
 
 const JetObject* JetFile::Find(int type, const QString& name) const

@@ -2,6 +2,7 @@
 
 #include "platform/Error.h"
 
+#include <QSet>
 #include <QtEndian>
 
 namespace fenrik {
@@ -29,6 +30,9 @@ JetPages::JetPages(const QByteArray& bytes) : mBudget(kBudgetPerByte * bytes.siz
     mHandle.reset(mdb_open_buffer(const_cast<char*>(bytes.constData()), std::size_t(bytes.size()), MDB_NOFLAGS));
     if (!mHandle)
         ThrowJetDamaged(QStringLiteral("its first page can't be read"));
+    // The library fills up a page that is cut off with zeros.
+    if (bytes.size() % mHandle->fmt->pg_size != 0)
+        ThrowJetDamaged(QStringLiteral("it is cut off"));
 }
 
 void JetPages::Read(quint32 page) const
@@ -92,7 +96,11 @@ QByteArray JetPages::LongValue(QByteArrayView field)
         return FarRow(pointer).toByteArray().left(length);
 
     QByteArray value;
+    QSet<quint32> seen;
     while (pointer != 0 && value.size() < length) {
+        if (seen.contains(pointer))
+            ThrowJetDamaged(QStringLiteral("a long value leads back to itself"));
+        seen.insert(pointer);
         const QByteArrayView part = FarRow(pointer);
         if (part.size() <= kPointerSize)
             ThrowJetDamaged(QStringLiteral("a long value has an empty part"));

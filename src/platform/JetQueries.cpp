@@ -103,14 +103,22 @@ private:
         for (const JetQueryPart& part : parts) {
             values.push_back(JetExpression::Parse(part.expression));
             names.append(values.back().column.isEmpty() ? QString() : values.back().column.last());
-            mRead += QSet<QString>(values.back().tables.begin(), values.back().tables.end());
+            for (const QString& table : values.back().tables)
+                mRead.insert(table.toLower());
         }
+        mAll = mAll || parts.empty();
         QStringList columns;
-        if (mAll || parts.empty())
+        if (mAll)
             columns.append(QStringLiteral("*"));
         for (std::size_t i = 0; i < parts.size(); ++i)
             columns.append(NamedColumn(values[i], parts[i].name1, names, int(i)));
         return columns.join(QStringLiteral(", "));
+    }
+
+    static auto CountOf(const QString& name, const QStringList& names)
+    {
+        return std::count_if(names.begin(), names.end(),
+                             [&](const QString& other) { return name.compare(other, Qt::CaseInsensitive) == 0; });
     }
 
     // Without an alias a column has its own name, with the table's before it if another column has that name too.
@@ -121,9 +129,9 @@ private:
             return value.sql;
         QString name = alias;
         if (name.isEmpty())
-            name = own.isEmpty()                                        ? QStringLiteral("Expr%1").arg(1000 + position)
-                   : names.filter(own, Qt::CaseInsensitive).count() > 1 ? value.column.join('.')
-                                                                        : own;
+            name = own.isEmpty()             ? QStringLiteral("Expr%1").arg(1000 + position)
+                   : CountOf(own, names) > 1 ? value.column.join('.')
+                                             : own;
         return QStringLiteral("%1 AS %2").arg(value.value, QuotedName(name));
     }
 
@@ -135,7 +143,7 @@ private:
             if (part.name1.isEmpty() || !part.expression.isEmpty())
                 ThrowUnmet(QStringLiteral("it holds another query"));
             joins.AddSource(part.name1, part.name2);
-            names.insert(part.name2.isEmpty() ? part.name1 : part.name2);
+            names.insert((part.name2.isEmpty() ? part.name1 : part.name2).toLower());
         }
         // Rows of a source that gives no column would come once for each of its own rows.
         if (mDistinctRow && names.size() > 1 && !mAll && !mRead.contains(names))
@@ -173,7 +181,7 @@ private:
     bool mDistinct = false;
     bool mDistinctRow = false;
     QString mLimit;
-    QSet<QString> mRead;  // the tables that columns are read of
+    QSet<QString> mRead;  // in lower case: the tables that columns are read of
 };
 
 }  // namespace

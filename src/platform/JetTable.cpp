@@ -33,6 +33,9 @@ JetTable::JetTable(JetPages& pages, quint32 page) : mPages(pages), mDefinition(s
     mDefinition->table.reset(mdb_read_table(&entry));
     if (!mDefinition->table)
         ThrowJetDamaged(QStringLiteral("a table's definition on page %1 can't be read").arg(page));
+    constexpr std::size_t kSmallestMap = 5;
+    if (!mDefinition->table->usage_map || mDefinition->table->map_sz < kSmallestMap)
+        ThrowJetDamaged(QStringLiteral("the list of a table's pages can't be read"));
     ReadColumns();
 }
 
@@ -149,8 +152,10 @@ QVariant JetTable::ReadField(std::size_t column, int start, int size, bool isNul
 
     const QByteArrayView field(mPages.Handle()->pg_buf + start, size);
     const JetText encoding = mPages.IsJet3() ? JetText::Ansi : JetText::Unicode;
+    // The library's versions do not agree on which of the two numbers is which; the scale is never the larger one.
+    const MdbColumn* definition = mDefinition->columns[column];
     if (!IsLongType(type))
-        return DecodeJetValue(type, field, encoding, mDefinition->columns[column]->col_scale);
+        return DecodeJetValue(type, field, encoding, qMin(definition->col_scale, definition->col_prec));
     const QByteArray value = mPages.LongValue(field);
     return DecodeJetValue(type, value, encoding, 0);
 }
