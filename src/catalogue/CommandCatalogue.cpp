@@ -18,6 +18,7 @@ constexpr int kHiddenCategoryId = 99;
 // Columns of both queries, by position.
 enum Column { kCommand, kFriendlyName, kCategoryName, kCategoryId };
 
+constexpr const char* kMarketJoin = "MrkCatCmdJoin";
 constexpr const char* kTitle = "Fenrik Diagnostics Software";
 
 }  // namespace
@@ -53,7 +54,8 @@ void CommandCatalogue::LoadCommands(const QString& database)
 // A failed step is told, and the next one is tried: half a catalogue is of more use than none.
 void CommandCatalogue::ReadCatalogue(Database& database)
 {
-    const bool hasMarkets = TableDefExists(database, QStringLiteral("Market"));
+    const bool hasMarkets =
+        TableDefExists(database, QStringLiteral("Market")) && !(mDefaultDatabase && TellLostJoin(database));
     mAnalogCategory.clear();
     mHiddenCategory.clear();
     Step([&] { mAnalogCategory = CategoryName(database, kAnalogCategoryId); });
@@ -63,6 +65,23 @@ void CommandCatalogue::ReadCatalogue(Database& database)
     Step([&] { rows = database.OpenRecordset(CommandsQuery(hasMarkets)); });
     for (; rows && !rows->EndOfFile(); rows->MoveNext())
         Step([&] { ReadRow(*rows); });
+}
+
+// In a genuine file the market join is a stored query, which may be more than the reader of such files can rebuild. The
+// commands themselves are there all the same. True if it was told.
+bool CommandCatalogue::TellLostJoin(const Database& database)
+{
+    for (const LeftOutObject& object : database.LeftOut()) {
+        if (object.name.compare(QLatin1String(kMarketJoin), Qt::CaseInsensitive) != 0)
+            continue;
+        ShowBox({QStringLiteral("The query <%1> of the file <%2.dav> could not be read:  %3.")
+                     .arg(object.name, FileName(), object.reason),
+                 QStringLiteral("As a result, the commands of all markets were loaded instead of those of the "
+                                "selected market.")},
+                QMessageBox::Warning);
+        return true;
+    }
+    return false;
 }
 
 void CommandCatalogue::ReadRow(const Recordset& row)
@@ -147,19 +166,23 @@ void CommandCatalogue::ShowStatus(CatalogueStatus status)
     }
 }
 
+QString CommandCatalogue::FileName() const
+{
+    return mSettings.SystemName.isEmpty() ? QStringLiteral("ncCommand") : mSettings.SystemName;
+}
+
 // Once for each load: a file with a hundred bad rows is told of in one box, not in a hundred.
 void CommandCatalogue::ShowUnexpectedError()
 {
     if (mErrorShown)
         return;
     mErrorShown = true;
-    const QString name = mSettings.SystemName.isEmpty() ? QStringLiteral("ncCommand") : mSettings.SystemName;
-    ShowBox(
-        {QStringLiteral("There was an unexpected error reading the file <%1.dav>.  The file may be corrupt.").arg(name),
-         QStringLiteral("As a result, you may not be able to use all the commands defined for this system.  "
-                        "It is recommended that you select another custom "
-                        "system database by clicking the ''Select System'' icon on the main toolbar.")},
-        QMessageBox::Warning);
+    ShowBox({QStringLiteral("There was an unexpected error reading the file <%1.dav>.  The file may be corrupt.")
+                 .arg(FileName()),
+             QStringLiteral("As a result, you may not be able to use all the commands defined for this system.  "
+                            "It is recommended that you select another custom "
+                            "system database by clicking the ''Select System'' icon on the main toolbar.")},
+            QMessageBox::Warning);
 }
 
 void CommandCatalogue::ShowBox(const QStringList& lines, QMessageBox::Icon icon)

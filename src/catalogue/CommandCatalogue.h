@@ -30,12 +30,14 @@ public:
 private:
     void ReadCatalogue(Database& database);
     void ReadRow(const Recordset& row);
+    bool TellLostJoin(const Database& database);
     [[nodiscard]] QString CommandsQuery(bool hasMarkets) const;
     [[nodiscard]] static QString CategoryName(Database& database, int categoryId);
 
     void Step(const std::function<void()>& step);
     void ShowStatus(CatalogueStatus status);
     void ShowUnexpectedError();
+    [[nodiscard]] QString FileName() const;
     void ShowBox(const QStringList& lines, QMessageBox::Icon icon);
 
     CommandTable& mTable;
