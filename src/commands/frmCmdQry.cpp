@@ -11,6 +11,7 @@ namespace fenrik {
 namespace {
 
 constexpr int kNodes = 32;
+constexpr double kResultScale = 1.8;
 
 }  // namespace
 
@@ -22,6 +23,10 @@ frmCmdQry::frmCmdQry(CMsgHandler& handler, CSystem& system, const CommandTable& 
     mUi->setupUi(this);
     for (int number = 1; number <= kNodes; ++number)
         mUi->cboNodeNumber->addItem(QString::number(number));
+    QFont large = font();
+    large.setBold(true);
+    large.setPointSizeF(large.pointSizeF() * kResultScale);
+    mUi->lblResult->setFont(large);
     SetUpActions();
     ShowCategories();
 }

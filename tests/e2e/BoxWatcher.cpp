@@ -28,6 +28,8 @@ QStringList BoxWatcher::Take()
 void BoxWatcher::Look()
 {
     QWidget* open = QApplication::activeModalWidget();
+    if (open && mLeft.contains(open->objectName()))
+        return;
     auto* box = qobject_cast<QMessageBox*>(open);
     if (box && !mAnswers.empty()) {
         QAbstractButton* button = box->button(mAnswers.front());

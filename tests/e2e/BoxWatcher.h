@@ -18,6 +18,9 @@ public:
     /// Presses `button` of the next message box that nobody has answered so far; it counts as expected.
     void AnswerNext(QMessageBox::StandardButton button) { mAnswers.push_back(button); }
 
+    /// Windows of that name are the test's to work and to close.
+    void LeaveAlone(const QString& name) { mLeft.append(name); }
+
     /// The texts since the last call.
     [[nodiscard]] QStringList Take();
 
@@ -26,6 +29,7 @@ private:
 
     QTimer mTimer;
     QStringList mTexts;
+    QStringList mLeft;
     std::deque<QMessageBox::StandardButton> mAnswers;
 };
 
