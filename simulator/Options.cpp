@@ -11,7 +11,7 @@ namespace fenrik {
 
 namespace {
 
-constexpr char kHelp[] = R"(Usage: fenrik-vehicle (--port N | --device-link PATH) [options]
+constexpr char kHelp[] = R"(Usage: fenrik-vehicle (--port N | --device-link PATH | --relay HOST:PORT) [options]
        fenrik-vehicle [--describe] [--write-images DIR] [--scenario FILE]
 
 A vehicle of the Fenrik 2000 network on a pseudo-terminal. The tool finds it as a serial port.
@@ -19,6 +19,10 @@ A vehicle of the Fenrik 2000 network on a pseudo-terminal. The tool finds it as 
   --port N             be COM<N> (1 to 16): makes the link fenrik-diagnostics/ports/com<N> in the
                        user's configuration home, and removes it at the end
   --device-link PATH   make this link in its place
+  --relay HOST:PORT    be the vehicle of a user of this relay: its frames go to whoever is piped to it
+  --name NAME          the user's name; Colleague if not given
+  --grant, --deny      how the user answers who asks for access; --grant if nothing is said
+  --ask                the answer comes from standard input, as with --control
   --scenario FILE      do what the file says (simulator/README.md describes the statements)
   --log FILE           write what is received and sent, a line for each frame
   --pace               send no faster than a line of 9600 baud
@@ -36,9 +40,10 @@ In place of running:
   --write-images DIR   write the memory of the older nodes to files "<system>_Node <n>.bin"
   --system NAME        the files' names begin so; Demonstration if not given
 
-Prints "ready COM<N> <device>" when the port can be opened. Ends on SIGINT and SIGTERM.
+Prints "ready COM<N> <device>" when the port can be opened, "ready relay <name>" when the user is logged on. Ends on SIGINT and SIGTERM.
 
-Exit codes: 0 ended as asked; 1 the terminal, the link or a file could not be made or read;
+Exit codes: 0 ended as asked; 1 the terminal, the link or a file could not be made or read, or the relay
+is not there or hung up;
 2 the command line or the scenario is bad.
 )";
 
@@ -64,6 +69,11 @@ struct OptionRow {
 const OptionRow kRows[] = {
     {"--port", true, [](Options& o, const std::string& v) { o.port = Whole("--port", v, 1, 16); }},
     {"--device-link", true, [](Options& o, const std::string& v) { o.deviceLink = v; }},
+    {"--relay", true, [](Options& o, const std::string& v) { o.relay = v; }},
+    {"--name", true, [](Options& o, const std::string& v) { o.name = v; }},
+    {"--grant", false, [](Options& o, const std::string&) { o.access = AccessAnswer::Grant; }},
+    {"--deny", false, [](Options& o, const std::string&) { o.access = AccessAnswer::Deny; }},
+    {"--ask", false, [](Options& o, const std::string&) { o.access = AccessAnswer::Ask; }},
     {"--scenario", true, [](Options& o, const std::string& v) { o.scenario = v; }},
     {"--log", true, [](Options& o, const std::string& v) { o.log = v; }},
     {"--pace", false, [](Options& o, const std::string&) { o.paced = true; }},
@@ -91,8 +101,9 @@ Options Options::Parse(const std::vector<std::string>& arguments)
             throw std::invalid_argument(arguments[i] + " needs a value");
         row->take(options, row->hasValue ? arguments[++i] : std::string());
     }
-    if (!options.help && options.RunsVehicle() && options.port == 0 && options.deviceLink.empty())
-        throw std::invalid_argument("--port or --device-link is needed");
+    const bool hasPort = options.port != 0 || !options.deviceLink.empty();
+    if (!options.help && options.RunsVehicle() && hasPort != options.relay.empty())
+        throw std::invalid_argument("either --port, --device-link or --relay is needed");
     return options;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "simulator/Colleague.h"
 #include "simulator/NodeDescriber.h"
 
 #include <filesystem>
@@ -13,6 +14,9 @@ namespace fenrik {
 struct Options {
     int port = 0;                      ///< COM number, 1 to 16; 0: none given
     std::filesystem::path deviceLink;  ///< in place of the port's own link
+    std::string relay;                 ///< HOST:PORT of a relay, in place of a port; empty: none
+    std::string name = "Colleague";    ///< at the relay
+    AccessAnswer access = AccessAnswer::Grant;
     std::filesystem::path log;
     std::filesystem::path scenario;
     bool paced = false;
@@ -32,6 +36,9 @@ struct Options {
     [[nodiscard]] static Options Parse(const std::vector<std::string>& arguments);
 
     [[nodiscard]] static const char* HelpText();
+
+    /// Statements come from standard input.
+    [[nodiscard]] bool Controlled() const { return control || access == AccessAnswer::Ask; }
 
     /// "COM5", or the link's path if no number was given.
     [[nodiscard]] std::string PortName() const;

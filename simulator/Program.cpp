@@ -21,11 +21,21 @@ constexpr int kLongestWait = 1000;  // milliseconds
 
 Program::Program(const Options& options, const Scenario& scenario)
     : mOptions(options), mNodes(scenario.nodes), mLog(mTime, options.log.empty() ? nullptr : &mLogFile),
-      mSimulation(scenario, {options.paced, options.seed}, mTime, *this, mLog, *this), mControlOpen(options.control)
+      mSimulation(scenario, {options.paced, options.seed}, mTime, *this, mLog, *this),
+      mControlOpen(options.Controlled())
 {
     CatchSignals();
     OpenLog();
-    Plug();
+    Begin();
+}
+
+void Program::Begin()
+{
+    if (mOptions.relay.empty())
+        return Plug();
+    mRelay = std::make_unique<RelaySocket>(mOptions.relay);
+    mColleague = std::make_unique<Colleague>(mOptions.name, mOptions.access, mTime, mLog, *this);
+    mColleague->LogOn();
 }
 
 void Program::CatchSignals()
@@ -52,7 +62,7 @@ void Program::OpenLog()
 
 void Program::Plug()
 {
-    if (mTerminal)
+    if (mTerminal || mRelay)
         return;
     auto terminal = std::make_unique<Terminal>();
     mLink = std::make_unique<PortLink>(mOptions.LinkPath(), terminal->Device());
@@ -68,9 +78,28 @@ void Program::Unplug()
     mLog.Note("unplugged");
 }
 
+const SimulatorLine* Program::Line() const
+{
+    if (mColleague)
+        return mColleague.get();
+    return mTerminal.get();
+}
+
 std::size_t Program::Write(std::span<const std::uint8_t> bytes)
 {
+    if (mColleague)
+        return mColleague->Write(bytes);
     return mTerminal ? mTerminal->Write(bytes) : 0;
+}
+
+void Program::MessageForVehicle(std::string_view bytes)
+{
+    mSimulation.Receive({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()});
+}
+
+void Program::Tell(const std::string& line)
+{
+    std::cout << line << std::endl;
 }
 
 void Program::Run()
@@ -78,23 +107,31 @@ void Program::Run()
     while (mRunning) {
         mSimulation.Step();
         if (mOptions.duration && mTime.Seconds() >= *mOptions.duration)
-            return;
+            break;
         if (mRunning)
             Wait();
     }
+    if (mColleague)
+        mColleague->LogOff();
 }
 
 void Program::Wait()
 {
     const int data = mTerminal ? mTerminal->DataHandle() : -1;
     const short room = mSimulation.Blocked() ? POLLOUT : 0;
+    const short relayRoom = mRelay && mRelay->Unsent() ? POLLOUT : 0;
     // poll passes over the handles that are -1.
-    std::array<pollfd, 4> handles{{{mSignals.Get(), POLLIN, 0},
+    std::array<pollfd, 5> handles{{{mSignals.Get(), POLLIN, 0},
                                    {mTerminal ? mTerminal->UsersHandle() : -1, POLLIN, 0},
                                    {data, short(POLLIN | room), 0},
-                                   {mControlOpen ? STDIN_FILENO : -1, POLLIN, 0}}};
-    if (::poll(handles.data(), handles.size(), WaitMilliseconds()) <= 0)
-        return;
+                                   {mControlOpen ? STDIN_FILENO : -1, POLLIN, 0},
+                                   {mRelay ? mRelay->Handle() : -1, short(POLLIN | relayRoom), 0}}};
+    if (::poll(handles.data(), handles.size(), WaitMilliseconds()) > 0)
+        HandleEvents(handles);
+}
+
+void Program::HandleEvents(std::span<const pollfd> handles)
+{
     if (handles[0].revents != 0)
         Quit();
     if (handles[1].revents != 0)
@@ -103,6 +140,14 @@ void Program::Wait()
         ReadTerminal();
     if (handles[3].revents != 0)
         ReadControl();
+    if (handles[4].revents != 0)
+        ReadRelay();
+}
+
+void Program::ReadRelay()
+{
+    mRelay->Flush();
+    mColleague->Receive(mRelay->Read());
 }
 
 int Program::WaitMilliseconds() const
@@ -147,7 +192,9 @@ void Program::ReadControl()
 void Program::Control(const std::string& line)
 {
     try {
-        if (const auto action = ParseAction(line, mNodes)) {
+        if (mColleague && mColleague->Control(line)) {
+            std::cout << "ok" << std::endl;
+        } else if (const auto action = ParseAction(line, mNodes)) {
             mLog.Note("control: " + line);
             mSimulation.Carry(*action);
             std::cout << "ok" << std::endl;

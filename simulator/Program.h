@@ -3,6 +3,7 @@
 #include "simulator/FileHandle.h"
 #include "simulator/Options.h"
 #include "simulator/PortLink.h"
+#include "simulator/RelaySocket.h"
 #include "simulator/Simulation.h"
 #include "simulator/Terminal.h"
 #include "simulator/TimeSource.h"
@@ -10,13 +11,16 @@
 
 #include <fstream>
 #include <memory>
+#include <poll.h>
+#include <span>
 #include <string>
 
 namespace fenrik {
 
 /// The running program: waits for bytes, room, users of the port, control lines, signals and the time, and lets the
-/// simulation work. While the terminal is unplugged the simulation goes on and nobody hears it.
-class Program final : public SimulationHost, private SimulatorLine {
+/// simulation work. While the terminal is unplugged the simulation goes on and nobody hears it. In place of a terminal
+/// there can be a relay.
+class Program final : public SimulationHost, private SimulatorLine, public ColleagueHost {
 public:
     /// Throws std::runtime_error or std::system_error if a file, the terminal or its link can't be had. `scenario` is
     /// used during construction only.
@@ -31,14 +35,23 @@ public:
 
 private:
     std::size_t Write(std::span<const std::uint8_t> bytes) override;
-    [[nodiscard]] bool Heard() const override { return mTerminal && mTerminal->Heard(); }
+    [[nodiscard]] bool Heard() const override { return Line() && Line()->Heard(); }
+    [[nodiscard]] const SimulatorLine* Line() const;
+
+    void SendToRelay(std::string_view bytes) override { mRelay->Send(bytes); }
+    [[nodiscard]] bool RelayHasRoom() const override { return mRelay->HasRoom(); }
+    void MessageForVehicle(std::string_view bytes) override;
+    void Tell(const std::string& line) override;
 
     void CatchSignals();
     void OpenLog();
+    void Begin();
     void Wait();
+    void HandleEvents(std::span<const pollfd> handles);
     [[nodiscard]] int WaitMilliseconds() const;
     void NoteUsers();
     void ReadTerminal();
+    void ReadRelay();
     void ReadControl();
     void Control(const std::string& line);
 
@@ -51,6 +64,8 @@ private:
     FileHandle mSignals;
     std::unique_ptr<Terminal> mTerminal;
     std::unique_ptr<PortLink> mLink;
+    std::unique_ptr<RelaySocket> mRelay;
+    std::unique_ptr<Colleague> mColleague;
     bool mControlOpen;
     std::string mControlText;  // of an unfinished line
     bool mRunning = true;

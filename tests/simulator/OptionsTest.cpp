@@ -30,8 +30,9 @@ TEST(SimulatorOptions, ALinkMayTakeThePlaceOfAPort)
 TEST(SimulatorOptions, HelpNeedsNothingElseAndNamesEveryOption)
 {
     EXPECT_TRUE(Options::Parse({"--help"}).help);
-    for (const char* option : {"--port", "--device-link", "--scenario", "--log", "--pace", "--control", "--duration",
-                               "--seed", "--help", "--describe", "--road", "--write-images", "--system"})
+    for (const char* option :
+         {"--port", "--device-link", "--scenario", "--log", "--pace", "--control", "--duration", "--seed", "--help",
+          "--describe", "--road", "--write-images", "--system", "--relay", "--name", "--grant", "--deny", "--ask"})
         EXPECT_THAT(Options::HelpText(), testing::HasSubstr(option));
 }
 
@@ -48,6 +49,17 @@ TEST(SimulatorOptions, TellingNodesNeedsNoPort)
     EXPECT_FALSE(Options::Parse({"--describe"}).road);
 }
 
+TEST(SimulatorOptions, ARelayMayTakeThePlaceOfAPort)
+{
+    const auto options = Options::Parse({"--relay", "localhost:48051", "--name", "Bob", "--deny"});
+    EXPECT_EQ(options.relay, "localhost:48051");
+    EXPECT_EQ(options.name, "Bob");
+    EXPECT_EQ(options.access, AccessAnswer::Deny);
+    EXPECT_FALSE(options.Controlled());
+    EXPECT_TRUE(Options::Parse({"--relay", "localhost:48051", "--ask"}).Controlled());
+    EXPECT_EQ(Options::Parse({"--relay", "localhost:48051"}).access, AccessAnswer::Grant);
+}
+
 class BadOptions : public testing::TestWithParam<std::vector<std::string>> {};
 
 TEST_P(BadOptions, AreRefused)
@@ -60,6 +72,7 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(std::vector<std::string>{}, std::vector<std::string>{"--port"},
                     std::vector<std::string>{"--port", "0"}, std::vector<std::string>{"--describe", "--road", "short"},
                     std::vector<std::string>{"--road", "query"}, std::vector<std::string>{"--write-images"},
+                    std::vector<std::string>{"--port", "5", "--relay", "localhost:48051"},
                     std::vector<std::string>{"--port", "17"}, std::vector<std::string>{"--port", "x"},
                     std::vector<std::string>{"--port", "5", "--duration", "-1"},
                     std::vector<std::string>{"--port", "5", "--fast"}));
