@@ -119,6 +119,12 @@ bool MMain::OpenMainWindow(frmSplash& splash)
     return true;
 }
 
+void MMain::LoadCommands()
+{
+    mCatalogue.LoadCommands(mWindow->System().Database());
+    PopulatecboCategoryList();
+}
+
 void MMain::PopulatecboCategoryList()
 {
     mWindow->PopulatecboCategoryList(mCatalogue.HiddenCategory());

@@ -52,6 +52,7 @@ public:
     [[nodiscard]] frmDiag* Window() const { return mWindow.get(); }
 
 private:
+    void LoadCommands() override;
     void PopulatecboCategoryList() override;
     void ExploreDiagPath() override;
     void SaveAndEnd() override;

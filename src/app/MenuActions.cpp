@@ -22,14 +22,13 @@ namespace {
 struct ButtonEntry {
     const char* entry;
     const char* key;
+    bool whenReady = false;  // not inside an exchange, which a menu does not keep the user from
 };
 
 // Entries that do what a button does.
 constexpr ButtonEntry kButtonEntries[] = {
-    {"mnuSettingsOptions", "Harnwick"},
-    {"mnuSettingsLogging", "Log"},
-    {"mnuSettingsNetwork", "Port"},
-    {"mnuHelpAbout", "About"},
+    {"mnuSettingsOptions", "Harnwick"},      {"mnuSettingsLogging", "Log"}, {"mnuSettingsNetwork", "Port"},
+    {"mnuSettingsDatabase", "System", true}, {"mnuHelpAbout", "About"},
 };
 
 constexpr const char* kMakersPage = "https://www.harnwick.example/fenrik";
@@ -69,10 +68,13 @@ void MenuActions::Choose(const QString& entry)
 bool MenuActions::ChooseAsButton(const QString& entry)
 {
     for (const ButtonEntry& row : kButtonEntries) {
-        if (entry == QLatin1String(row.entry)) {
+        if (entry != QLatin1String(row.entry))
+            continue;
+        if (row.whenReady && !mHub.State().Ready())
+            mWindow.setMsg(QStringLiteral("Please wait until the present exchange has come to its end."));
+        else
             mToolbar.Click(QLatin1String(row.key));
-            return true;
-        }
+        return true;
     }
     return false;
 }

@@ -7,6 +7,9 @@ class ProgramHost {
 public:
     virtual ~ProgramHost() = default;
 
+    /// The system or the market has changed: the command catalogue and the category list are filled anew.
+    virtual void LoadCommands() = 0;
+
     /// The options of the category list have changed: it is filled anew.
     virtual void PopulatecboCategoryList() = 0;
 

@@ -9,7 +9,6 @@
 #include "app/frmDiag.h"
 #include "logging/FrmMsgLogging.h"
 #include "model/SavePrompt.h"
-#include "model/SavePrompt.h"
 #include "shared/ErrorReporter.h"
 #include "shared/EventPump.h"
 #include "shared/Settings.h"
@@ -20,7 +19,7 @@
 namespace fenrik {
 
 ToolbarActions::ToolbarActions(const Services& services, DiagHub& hub, frmDiag& window, ProgramHost& program)
-    : mServices(services), mHub(hub), mWindow(window), mProgram(program)
+    : mServices(services), mHub(hub), mWindow(window), mProgram(program), mSystem(services, hub, window, program)
 {
     connect(&window.Toolbar(), &MainToolbar::Clicked, this, &ToolbarActions::Click);
     connect(&window.Nodes(), &NodeBars::NodeClicked, this, &ToolbarActions::ClickNode);
@@ -43,15 +42,16 @@ void ToolbarActions::Run(const QString& key)
     static const QHash<QString, Action> kActions{
         {QStringLiteral("Connect"), [](ToolbarActions& self) { self.mHub.Link().Connect(); }},
         {QStringLiteral("Disconnect"), [](ToolbarActions& self) { self.mHub.Link().Disconnect(); }},
+        {QStringLiteral("System"), [](ToolbarActions& self) { self.mSystem.Choose(); }},
         {QStringLiteral("ConnectUsing"), [](ToolbarActions& self) { self.ConnectUsing(); }},
         {QStringLiteral("Clear"), [](ToolbarActions& self) { self.mHub.Clear(); }},
         {QStringLiteral("Save"), [](ToolbarActions& self) { (void)self.mHub.SaveSystem(SavePrompt::kYes); }},
         {QStringLiteral("DetectNodes"), [](ToolbarActions& self) { self.DetectNodes(); }},
         {QStringLiteral("Collision"), [](ToolbarActions& self) { self.SwitchCollisionMonitor(); }},
         {QStringLiteral("Refresh"), [](ToolbarActions& self) { self.Refresh(); }},
+        {QStringLiteral("Log"), [](ToolbarActions& self) { self.ChooseLogOptions(); }},
         {QStringLiteral("DiagLog"), [](ToolbarActions& self) { self.mProgram.ExploreDiagPath(); }},
     };
-        {QStringLiteral("Log"), [](ToolbarActions& self) { self.ChooseLogOptions(); }},
     if (const int view = ViewSwitch::StateOfName(key); view >= 0)
         mHub.Views().setDisplayState(view);
     else if (const Action action = kActions.value(key))
@@ -65,13 +65,13 @@ void ToolbarActions::NotYet(const QString& key)
     mWindow.setMsg(QStringLiteral("\"%1\" is not part of this version.").arg(mWindow.Toolbar().Button(key)->text()));
 }
 
-void ToolbarActions::ConnectUsing()
-{
 void ToolbarActions::ChooseLogOptions()
 {
     FrmMsgLogging(mServices.settings, mServices.store, mServices.errors, &mWindow).exec();
 }
 
+void ToolbarActions::ConnectUsing()
+{
     mHub.setConnectionType(mWindow.Menus().NextConnectionMethod(mHub.Link().ConnectionType()));
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/SystemChoice.h"
+
 #include <QObject>
 
 namespace fenrik {
@@ -24,9 +26,9 @@ private:
     void Run(const QString& key);
     void ClickNode(int number);
     void ClickNodeAction(const QString& key);
+    void ChooseLogOptions();
     void ConnectUsing();
     void DetectNodes();
-    void ChooseLogOptions();
     void SwitchCollisionMonitor();
     void Refresh();
     /// A window that this version does not have.
@@ -36,6 +38,7 @@ private:
     DiagHub& mHub;
     frmDiag& mWindow;
     ProgramHost& mProgram;
+    SystemChoice mSystem;
 };
 
 }  // namespace fenrik
