@@ -104,6 +104,58 @@ INSTANTIATE_TEST_SUITE_P(SpecialCommand, Layouts,
                                          Layout{"ShiftedOut", 0xFF, 40, 0, 0, 0x00FF & 0, 0, 0}),
                          [](const auto& row) { return row.param.name; });
 
+struct OddLayout {
+    const char* name;
+    std::int32_t codeMask;
+    int codeShift;
+    std::int32_t nodeMask;
+    int nodeShift;
+    std::int32_t data;
+    std::int32_t code;
+    std::int16_t node;
+    std::int32_t written;
+};
+
+class OddLayouts : public CSpecialCommandTest, public testing::WithParamInterface<OddLayout> {};
+
+// A damaged file can say anything; what does not fit reads and writes 0.
+TEST_P(OddLayouts, AreHarmless)
+{
+    const OddLayout& row = GetParam();
+    CSpecialCommand laidOut(table, host);
+    laidOut.CodeMask = row.codeMask;
+    laidOut.CodeShift = std::uint8_t(row.codeShift);
+    laidOut.NodeMask = row.nodeMask;
+    laidOut.NodeShift = std::uint8_t(row.nodeShift);
+
+    laidOut.SelectItem(row.data, 0, 0, false);
+
+    EXPECT_EQ(laidOut.scCode(), row.code);
+    EXPECT_EQ(laidOut.scNode(), row.node);
+    EXPECT_EQ(laidOut.scData(), row.written);
+}
+
+INSTANTIATE_TEST_SUITE_P(SpecialCommand, OddLayouts,
+                         testing::Values(OddLayout{"MasksOfZero", 0, 0, 0, 0, 0xFFFF, 0, 0, 0},
+                                         OddLayout{"MasksOfZeroWithShifts", 0, 255, 0, 255, 0xFFFF, 0, 0, 0},
+                                         OddLayout{"ShiftsOf31", 0xFFFF, 31, 0xFFFF, 31, 0xFFFF, 0, 0, 0},
+                                         OddLayout{"ShiftsOf32", 0xFFFF, 32, 0xFFFF, 32, 0xFFFF, 0, 0, 0},
+                                         OddLayout{"ShiftsOf255", -1, 255, -1, 255, -1, 0, 0, 0},
+                                         OddLayout{"TheTopBit", INT32_MIN, 31, 0, 0, -1, 1, 0, INT32_MIN},
+                                         OddLayout{"NegativeMasks", -1, 0, -1, 0, 0xFFFF, 0xFFFF, -1, -1}),
+                         [](const auto& row) { return row.param.name; });
+
+TEST_F(CSpecialCommandTest, BitsBesideTheKeySelectNothingElse)
+{
+    command.SelectCode(161 | 0x40000000, true);
+    EXPECT_EQ(command.scName(), "Learn");
+    EXPECT_EQ(command.SelectedKey(), 161);
+    command.SelectCode(-1, false);
+    command.SelectCode(-1, false);
+    EXPECT_EQ(command.scName(), "Node Service");
+    EXPECT_EQ(command.SelectedKey(), 0x3FFFF);
+}
+
 TEST_F(CSpecialCommandTest, ANodeAboveItsMaskIsCutInTheData)
 {
     command.NodeMask = 0x1F00;
