@@ -22,8 +22,8 @@ public:
     /// The text entered, empty if cancelled.
     virtual QString InputBox(const QString& prompt, const QString& title = {}, const QString& defaultText = {});
 
-    /// The path of an existing file, empty if cancelled. `filter` as in QFileDialog; with a single pattern, "(*.fds)", a
-    /// name typed without an ending gets that one.
+    /// The path of an existing file, empty if cancelled. `filter` as in QFileDialog; with a single pattern, "(*.fds)",
+    /// a name typed without an ending gets that one.
     virtual QString OpenFileBox(const QString& title, const QString& filter, const QString& folder = {});
 };
 
