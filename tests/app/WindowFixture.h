@@ -18,6 +18,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QInputDialog>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTemporaryDir>
@@ -42,6 +43,7 @@ public:
     QStringList seen;
     bool sawHourglass = false;                        ///< over a box
     std::deque<QMessageBox::StandardButton> answers;  ///< of the next boxes; the rest get their default button
+    std::deque<QString> inputs;                       ///< into the next input boxes; the rest are cancelled
 
 private:
     void Look()
@@ -54,6 +56,9 @@ private:
             const QCursor* pointer = QGuiApplication::overrideCursor();
             sawHourglass = sawHourglass || (pointer && pointer->shape() == Qt::WaitCursor);
             Answer(*box);
+        } else if (auto* input = qobject_cast<QInputDialog*>(dialog)) {
+            seen.append(input->labelText());
+            Enter(*input);
         } else if (auto* error = qobject_cast<frmError*>(dialog)) {
             seen.append(error->findChild<QPlainTextEdit*>("tbDetails")->toPlainText());
             error->findChild<QPushButton*>("cmdOk")->click();
@@ -69,6 +74,17 @@ private:
         const auto answer = answers.front();
         answers.pop_front();
         box.button(answer)->click();
+    }
+
+    void Enter(QInputDialog& input)
+    {
+        if (inputs.empty()) {
+            input.reject();
+            return;
+        }
+        input.setTextValue(inputs.front());
+        inputs.pop_front();
+        input.accept();
     }
 
     QTimer mWatch;
