@@ -15,6 +15,12 @@
 
 namespace fenrik {
 
+namespace {
+
+constexpr int kRestMs = 16;
+
+}  // namespace
+
 MessageListView::MessageListView(QWidget* parent)
     : QAbstractItemView(parent), mHeader(new QHeaderView(Qt::Horizontal, this))
 {
@@ -29,6 +35,12 @@ MessageListView::MessageListView(QWidget* parent)
     setTabKeyNavigation(false);
     SetUpHeader();
     UpdateRowHeight();
+    mResting.setObjectName(QStringLiteral("TResting"));
+    mResting.setParent(this);
+    mResting.setSingleShot(true);
+    mResting.setInterval(kRestMs);
+    mResting.setTimerType(Qt::PreciseTimer);
+    connect(&mResting, &QTimer::timeout, this, &MessageListView::ShowNews);
     connect(this, &QAbstractItemView::doubleClicked, this,
             [this](const QModelIndex& index) { Q_EMIT LineChosen(index.row()); });
 }
@@ -117,7 +129,7 @@ bool MessageListView::FollowsNewest() const
 {
     if (!mMessages || mMessages->CompactList())
         return true;
-    if (mMessages->HasUnseen())
+    if (mMessages->HasUnseen() || mBehind)
         return mFollow;
     const int row = SelectedRow();
     return row < 0 || row == RowCount() - 1;
@@ -125,12 +137,17 @@ bool MessageListView::FollowsNewest() const
 
 void MessageListView::LinesArrive()
 {
+    if (mBehind)
+        return;
     const int row = SelectedRow();
     mFollow = row < 0 || row == RowCount() - 1;
 }
 
 void MessageListView::LinesAreRemoved()
 {
+    mTouched = {};
+    mFirstNew = -1;
+    mBehind = false;
     UpdateScrollBars();
     viewport()->update();
 }
@@ -139,10 +156,41 @@ void MessageListView::Flush()
 {
     if (!mMessages || !mMessages->HasUnseen())
         return;
-    const bool follow = FollowsNewest();
+    mFollow = FollowsNewest();
     mMessages->Flush();
-    if (follow)
+    mBehind = true;
+    if (!mResting.isActive())
+        ShowNews();
+}
+
+void MessageListView::ShowNews()
+{
+    if (!mMessages || (!mBehind && mFirstNew < 0 && mTouched.isEmpty()))
+        return;
+    if (mMessages->HasUnseen()) {
+        mFollow = FollowsNewest();
+        mBehind = true;
+        mMessages->Flush();
+    }
+    ShowNewRows();
+    viewport()->update(mTouched);
+    mTouched = {};
+    if (mBehind && FollowsNewest()) {
+        mBehind = false;
         SelectRow(mMessages->NewestRow());
+    }
+    mBehind = false;
+    mResting.start();
+}
+
+void MessageListView::ShowNewRows()
+{
+    if (mFirstNew < 0)
+        return;
+    const QRect first = RowRect(mFirstNew);
+    mFirstNew = -1;
+    UpdateScrollBars();
+    viewport()->update(viewport()->rect() & first.adjusted(0, 0, 0, viewport()->height()));
 }
 
 void MessageListView::SelectLast()
@@ -150,6 +198,7 @@ void MessageListView::SelectLast()
     if (!mMessages)
         return;
     mMessages->Flush();
+    mBehind = false;
     SelectRow(RowCount() - 1);
 }
 
@@ -233,7 +282,7 @@ void MessageListView::selectionChanged(const QItemSelection& selected, const QIt
 {
     QAbstractItemView::selectionChanged(selected, deselected);
     // Lines that the user can't see yet are behind any line that the user selects.
-    if (mMessages && mMessages->HasUnseen())
+    if (mMessages && (mMessages->HasUnseen() || mBehind))
         mFollow = SelectedRow() < 0;
 }
 

@@ -1,7 +1,11 @@
 #pragma once
 
+#include "app/messages/ShapedTexts.h"
+
 #include <QAbstractItemView>
+#include <QRegion>
 #include <QString>
+#include <QTimer>
 
 class QHeaderView;
 
@@ -14,6 +18,10 @@ class MessageListModel;
 ///
 /// One row is selected at most. The secondary mouse button leaves the selection alone and asks for the list's menu by
 /// customContextMenuRequested.
+///
+/// New lines and changed cells are shown at once, and after that at most every 16 ms, as often as a screen can show
+/// them: with all the traffic of a line, painting each frame by itself would cost more than all else that is done about
+/// it. What follows from new lines - scroll bar, selection of the newest - waits with them.
 class MessageListView : public QAbstractItemView {
     Q_OBJECT
 
@@ -36,9 +44,12 @@ public:
     /// the last line or nothing is selected, with CompactList always.
     [[nodiscard]] bool FollowsNewest() const;
 
-    /// Has the model announce its lines; then, if the list followed when they were added, the newest is selected and
-    /// scrolled to. Costs the same for any number of lines.
+    /// Has the model announce its lines. If the list followed when they were added, the newest is selected and scrolled
+    /// to, as soon as lines are shown. Costs the same for any number of lines.
     void Flush();
+
+    /// Shows what waits for its time.
+    void ShowNews();
 
     /// Announces new lines and selects the last one.
     void SelectLast();
@@ -99,6 +110,8 @@ private:
     void UpdateScrollBars();
     void LinesArrive();
     void LinesAreRemoved();
+    void ShowNewRows();
+    void Touch(const QRect& area);
     [[nodiscard]] int RowCount() const;
     [[nodiscard]] int CellPadding() const;
 
@@ -111,7 +124,12 @@ private:
     QString mEmptyText;
     int mRowHeight = 1;
     bool mUpdatingGeometries = false;
-    bool mFollow = true;  // while lines are unannounced: whether the newest of them counts as selected
+    mutable ShapedTexts mTexts;
+    QTimer mResting;       // since something was shown
+    QRegion mTouched;      // changed since then
+    int mFirstNew = -1;    // first row that was announced since then
+    bool mBehind = false;  // lines were flushed since then
+    bool mFollow = true;   // while lines are unannounced or behind: whether the newest of them counts as selected
 };
 
 }  // namespace fenrik

@@ -86,6 +86,7 @@ void MessageListView::scrollTo(const QModelIndex& index, ScrollHint hint)
 {
     if (!index.isValid())
         return;
+    ShowNewRows();  // the bar has to reach them
     const int row = index.row();
     const int first = FirstVisibleRow();
     const int last = first + WholeRows() - 1;
@@ -121,15 +122,23 @@ void MessageListView::dataChanged(const QModelIndex& topLeft, const QModelIndex&
     QRect cells;
     for (int column = topLeft.column(); column <= bottomRight.column(); ++column)
         cells |= visualRect(topLeft.sibling(top, column)) | visualRect(topLeft.sibling(bottom, column));
-    viewport()->update(cells);
+    Touch(cells);
+}
+
+void MessageListView::Touch(const QRect& area)
+{
+    if (mResting.isActive())
+        mTouched += area;
+    else
+        viewport()->update(area);
 }
 
 void MessageListView::rowsInserted(const QModelIndex& parent, int start, int end)
 {
     QAbstractItemView::rowsInserted(parent, start, end);
-    UpdateScrollBars();
-    if (start <= FirstVisibleRow() + WholeRows())
-        viewport()->update(viewport()->rect() & RowRect(start).adjusted(0, 0, 0, viewport()->height()));
+    mFirstNew = mFirstNew < 0 ? start : std::min(mFirstNew, start);
+    if (!mResting.isActive())
+        ShowNewRows();
 }
 
 void MessageListView::UpdateRowHeight()
@@ -171,17 +180,21 @@ void MessageListView::scrollContentsBy(int dx, int dy)
         mHeader->setOffset(horizontalScrollBar()->value());
     // With all the traffic of a line the list moves by a row for each frame; painting the text of all rows each time
     // would cost more than everything else that is done about a frame.
-    if (dx || std::abs(dy) >= WholeRows())
+    if (dx || std::abs(dy) >= WholeRows()) {
         viewport()->update();
-    else
-        viewport()->scroll(0, dy * mRowHeight);
+        return;
+    }
+    viewport()->scroll(0, dy * mRowHeight);
+    mTouched.translate(0, dy * mRowHeight);
 }
 
 void MessageListView::changeEvent(QEvent* event)
 {
     QAbstractItemView::changeEvent(event);
-    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
-        doItemsLayout();
+    if (event->type() != QEvent::FontChange && event->type() != QEvent::StyleChange)
+        return;
+    mTexts.Clear();
+    doItemsLayout();
 }
 
 void MessageListView::paintEvent(QPaintEvent* event)
@@ -242,11 +255,7 @@ void MessageListView::PaintCell(QPainter& painter, const QModelIndex& index, con
     }
     if (inner.width() <= 0)
         return;
-    const QFontMetrics metrics = painter.fontMetrics();
-    const QString text = metrics.elidedText(index.data().toString(), Qt::ElideRight, inner.width());
-    const int x = isRightToLeft() ? inner.right() + 1 - metrics.horizontalAdvance(text) : inner.left();
-    const int baseline = inner.top() + (inner.height() - metrics.height()) / 2 + metrics.ascent();
-    painter.drawText(x, baseline, text);
+    mTexts.Draw(painter, inner, index.data().toString(), layoutDirection());
 }
 
 void MessageListView::PaintEmptyText(QPainter& painter) const

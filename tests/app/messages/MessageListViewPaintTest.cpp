@@ -160,10 +160,10 @@ TEST_F(MessageListViewTest, OnlyChangedCellsAreRepainted)
     const auto name = model.Intern(QStringLiteral("Lamp"), QString());
     for (int command = 1; command <= 5; ++command)
         model.Add(Received(command), name, 0);
-    view.Flush();
+    Flush();
     const QRegion painted = PaintedBy(view, [&] {
         model.Add(Received(5), name, 7);
-        view.Flush();
+        Flush();
     });
     EXPECT_EQ(painted.boundingRect(), view.visualRect(model.index(4, Model::Count)));
 }

@@ -46,17 +46,17 @@ TEST_F(MessageListViewTest, AlwaysFollowsWithCompactList)
     model.SetCompactList(true);
     for (int command = 1; command <= 100; ++command)
         model.Add(Received(command), model.Intern(QString::number(command), {}), 0);
-    view.Flush();
+    Flush();
     view.SelectRow(10);
     EXPECT_TRUE(view.FollowsNewest());
 
     model.Add(Received(31), model.Intern(QStringLiteral("31"), {}), 1);
-    view.Flush();
+    Flush();
     EXPECT_EQ(view.SelectedRow(), 30);
 
     Scroll(70);
     model.Add(Received(31), model.Intern(QStringLiteral("31"), {}), 2);
-    view.Flush();
+    Flush();
     EXPECT_EQ(view.SelectedRow(), 30);
     EXPECT_EQ(view.FirstVisibleRow(), 30);
 }
@@ -67,14 +67,66 @@ TEST_F(MessageListViewTest, FollowsByWhatWasSelectedWhenTheLinesWereAdded)
     Add(1);
     view.SelectRow(50);  // the user reacts before the line is announced
     EXPECT_FALSE(view.FollowsNewest());
-    view.Flush();
+    Flush();
     EXPECT_EQ(view.SelectedRow(), 50);
 
     Add(1);
     view.SelectRow(100);  // the last line that is seen, but there is a newer one already
     EXPECT_FALSE(view.FollowsNewest());
+    Flush();
+    EXPECT_EQ(view.SelectedRow(), 100);
+}
+
+TEST_F(MessageListViewTest, ALineAfterAPauseIsShownAtOnceAndTheNextOnesTogether)
+{
+    AddAndFlush(100);
+    const auto* resting = view.findChild<QTimer*>("TResting");
+    ASSERT_TRUE(QTest::qWaitFor([resting] { return !resting->isActive(); }));
+    Add(1);
     view.Flush();
     EXPECT_EQ(view.SelectedRow(), 100);
+
+    for (int i = 0; i < 3; ++i) {
+        Add(1);
+        view.Flush();
+    }
+    EXPECT_EQ(model.rowCount(), 104) << "announced at once";
+    EXPECT_TRUE(view.FollowsNewest());
+    EXPECT_TRUE(QTest::qWaitFor([this] { return view.SelectedRow() == 103; }));
+    EXPECT_EQ(LastVisibleRow(), 103);
+}
+
+TEST_F(MessageListViewTest, ALineThatIsSelectedWhileNewOnesWaitStaysSelected)
+{
+    AddAndFlush(100);
+    Add(5);
+    view.Flush();
+    view.SelectRow(40);
+    EXPECT_FALSE(view.FollowsNewest());
+    view.ShowNews();
+    EXPECT_EQ(view.SelectedRow(), 40);
+    EXPECT_EQ(view.verticalScrollBar()->maximum(), 105 - view.WholeRows());
+}
+
+TEST_F(MessageListViewTest, ARowThatWaitsCanBeScrolledTo)
+{
+    AddAndFlush(100);
+    Add(5);
+    view.Flush();
+    view.SelectRow(104);
+    EXPECT_EQ(LastVisibleRow(), 104);
+}
+
+TEST_F(MessageListViewTest, WhatWaitsIsForgottenWhenTheListIsCleared)
+{
+    AddAndFlush(100);
+    Add(5);
+    view.Flush();
+    model.Clear();
+    view.ShowNews();
+    EXPECT_EQ(view.SelectedRow(), -1);
+    AddAndFlush(2);
+    EXPECT_EQ(view.SelectedRow(), 1);
 }
 
 TEST_F(MessageListViewTest, SelectLastTakesUnannouncedLinesIn)

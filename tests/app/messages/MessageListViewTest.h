@@ -37,7 +37,12 @@ protected:
     void AddAndFlush(int lines)
     {
         Add(lines);
+        Flush();
+    }
+    void Flush()
+    {
         view.Flush();
+        view.ShowNews();
     }
 
     [[nodiscard]] int LastVisibleRow() const { return view.FirstVisibleRow() + view.WholeRows() - 1; }
