@@ -49,6 +49,17 @@ TEST_F(DavProcess, HasItsExitCodesAndItsTwoOutputs)
     EXPECT_TRUE(errors.startsWith("fenrik-dav: "));
 }
 
+TEST_F(DavProcess, ADamagedFileIsToldInOneLine)
+{
+    JetFileWriter writer(JetFileWriter::Version::kJet4);
+    const QByteArray bytes = writer.Bytes();
+    // The list of the catalogue's pages names pages far behind the end.
+    MakeFile(path, bytes.left(bytes.size() - 64) + QByteArray(64, '\xFF'));
+    EXPECT_EQ(Run({"info", path}), 2);
+    EXPECT_TRUE(errors.startsWith("fenrik-dav: The Jet database "));
+    EXPECT_EQ(errors.count('\n'), 1);
+}
+
 TEST_F(DavProcess, AFullDiskUnderTheOutputIsTold)
 {
     if (!QFile::exists("/dev/full"))
