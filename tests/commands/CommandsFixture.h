@@ -57,7 +57,7 @@ private:
     void TakeFrame()
     {
         Frame::Bytes bytes{};
-        std::copy(host.payloads.back().begin(), host.payloads.back().end(), bytes.begin());
+        std::copy_n(host.payloads.back().constBegin(), bytes.size(), bytes.begin());
         const Frame frame = Frame::Decode(bytes).value();
         sent.push_back(std::to_string(frame.command) + (frame.state ? " 1 " : " 0 ") + std::to_string(frame.data));
         if (const auto reply = answer(frame))
