@@ -38,6 +38,7 @@ void MsgLogging::TellOnce(ErrorReporter& errors, const char* where, const std::f
 {
     try {
         write();
+        mFailureTold = false;
     } catch (const std::exception&) {
         if (mFailureTold)
             return;

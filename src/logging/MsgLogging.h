@@ -36,8 +36,8 @@ public:
     /// A connection is about to be made: a new name if the user wants one for each, and failures are told anew.
     void BeginConnection();
 
-    /// Runs `write`. Its failure goes to `errors` under the name `where`, but only the first one of a connection: the
-    /// traffic goes on, and so would the boxes.
+    /// Runs `write`. Its failure goes to `errors` under the name `where`, but of failures in a row only the first one:
+    /// the traffic goes on, and so would the boxes.
     void TellOnce(ErrorReporter& errors, const char* where, const std::function<void()>& write);
 
     /// The head of a connection to the present network; `text` ("Connected - ") stands before date and time.
