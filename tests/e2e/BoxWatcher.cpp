@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QDialog>
+#include <QInputDialog>
 
 #include <utility>
 
@@ -39,6 +40,10 @@ void BoxWatcher::Look()
     } else if (box) {
         mTexts.append(box->text());
         box->accept();
+    } else if (auto* input = qobject_cast<QInputDialog*>(open); input && !mInputs.empty()) {
+        input->setTextValue(mInputs.front());
+        mInputs.pop_front();
+        input->accept();
     } else if (auto* dialog = qobject_cast<QDialog*>(open)) {
         mTexts.append(dialog->objectName());
         dialog->reject();

@@ -21,6 +21,9 @@ public:
     /// Windows of that name are the test's to work and to close.
     void LeaveAlone(const QString& name) { mLeft.append(name); }
 
+    /// Enters `text` into the next input box; it counts as expected.
+    void EnterNext(const QString& text) { mInputs.push_back(text); }
+
     /// The texts since the last call.
     [[nodiscard]] QStringList Take();
 
@@ -31,6 +34,7 @@ private:
     QStringList mTexts;
     QStringList mLeft;
     std::deque<QMessageBox::StandardButton> mAnswers;
+    std::deque<QString> mInputs;
 };
 
 }  // namespace fenrik
