@@ -24,7 +24,6 @@
 #include "shared/Settings.h"
 
 #include <QAction>
-#include <QScopedValueRollback>
 
 namespace fenrik {
 
@@ -223,10 +222,6 @@ void DiagHub::ShowLoadedSystem()
 
 bool DiagHub::PrepareToClose()
 {
-    // The window can be asked to close again while one of the questions below stands.
-    if (mClosing)
-        return false;
-    const QScopedValueRollback<bool> closing(mClosing, true);
     if (const CNode* node = mSystem.MountedNode()) {
         const QString name = node->Name().isEmpty() ? node->key() : node->Name();
         mDiscovery.UnmountNode(node->number());

@@ -174,7 +174,6 @@ private:
     MessagePump mPump;
     ScriptRunner mScripts;
     QTimer mSendSync;
-    bool mClosing = false;
 };
 
 }  // namespace fenrik
