@@ -31,6 +31,7 @@ void FrameInputs::SetCaption(const QString& caption)
 void FrameInputs::ShowWords(const QString& words)
 {
     mUi->pnlInputs->hide();
+    mFocus = {};
     mUi->lblNoInputs->setText(words);
     mUi->lblNoInputs->show();
 }
@@ -42,9 +43,16 @@ void FrameInputs::ShowPanel(bool downloaded)
     mUi->pnlInputs->show();
 }
 
+void FrameInputs::RestorePlace(int node)
+{
+    mPlace.Restore(*mUi->tvInputs, node);
+    mFocus.Restore(*mUi->tvInputs);
+}
+
 void FrameInputs::Clear()
 {
-    mUi->pnlInputs->hide();
+    mFocus.Hide(*mUi->pnlInputs);
+    mPlace.Note(*mUi->tvInputs);
     const QScopedValueRollback selecting(mSelecting, true);
     mTree->SetPoints({});
 }

@@ -1,6 +1,8 @@
 #pragma once
 
+#include "diagnostics/KeptFocus.h"
 #include "diagnostics/PointTreeModel.h"
+#include "diagnostics/TreePlace.h"
 
 #include <QGroupBox>
 
@@ -34,6 +36,8 @@ public:
     /// Only these words, in place of everything else.
     void ShowWords(const QString& words);
     void ShowPanel(bool downloaded);
+    /// When everything of `node` is shown: the tree is where the user had it, and the keyboard is back.
+    void RestorePlace(int node);
     /// Empties the tree and hides it.
     void Clear();
 
@@ -50,6 +54,8 @@ private:
     void ReportNode(const QModelIndex& index);
 
     std::unique_ptr<Ui::FrameInputs> mUi;
+    TreePlace mPlace;
+    KeptFocus mFocus;
     PointTreeModel* mTree;    // owned by the frame
     bool mSelecting = false;  // the selection changes by program
 };

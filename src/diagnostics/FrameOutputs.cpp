@@ -22,6 +22,7 @@ const QColor kFaultColor(0xC0, 0x20, 0x20);
 constexpr const char* kTag = "Tag";  // property of the level list: the PWMKind that it is filled for
 constexpr int kStep = 10;
 constexpr int kOpWidth = 80;
+constexpr int kCellMargin = 24;
 
 }  // namespace
 
@@ -61,7 +62,7 @@ void FrameOutputs::SetUpControl()
 void FrameOutputs::SetUpRelations()
 {
     mUi->lvRelations->setModel(mRelations);
-    mUi->lvRelations->header()->resizeSection(RelationModel::OpColumn, kOpWidth);
+    FitOpColumn();
     connect(mUi->lvRelations, &QTreeView::doubleClicked, this, &FrameOutputs::ReportTerm);
     mUi->lvRelations->installEventFilter(this);
 }
@@ -74,6 +75,7 @@ void FrameOutputs::SetCaption(const QString& caption)
 void FrameOutputs::ShowWords(const QString& words)
 {
     mUi->pnlOutputs->hide();
+    mFocus = {};
     mUi->lblNoOutputs->setText(words);
     mUi->lblNoOutputs->show();
 }
@@ -85,9 +87,16 @@ void FrameOutputs::ShowPanel(bool downloaded)
     mUi->pnlOutputs->show();
 }
 
+void FrameOutputs::RestorePlace(int node)
+{
+    mPlace.Restore(*mUi->tvOutputs, node);
+    mFocus.Restore(*mUi->tvOutputs);
+}
+
 void FrameOutputs::Clear()
 {
-    mUi->pnlOutputs->hide();
+    mFocus.Hide(*mUi->pnlOutputs);
+    mPlace.Note(*mUi->tvOutputs);
     const QScopedValueRollback selecting(mSelecting, true);
     mTree->SetPoints({});
     mUi->tbOutputs->SetCount(0);
@@ -167,6 +176,15 @@ void FrameOutputs::ClearFlashingAndFaults()
 void FrameOutputs::SetTerms(const QList<TermRow>& rows)
 {
     mRelations->SetRows(rows);
+    // A word that stands for all terms is longer than an operator.
+    for (int row = 0; row < rows.size(); ++row)
+        mUi->lvRelations->setFirstColumnSpanned(row, QModelIndex(), rows[row].command.isEmpty());
+}
+
+void FrameOutputs::FitOpColumn()
+{
+    const int text = mUi->lvRelations->fontMetrics().horizontalAdvance(QStringLiteral("(ERR)"));
+    mUi->lvRelations->header()->resizeSection(RelationModel::OpColumn, qMax(kOpWidth, text + kCellMargin));
 }
 
 void FrameOutputs::HideControl()
@@ -227,6 +245,8 @@ void FrameOutputs::changeEvent(QEvent* event)
     QGroupBox::changeEvent(event);
     if (event->type() == QEvent::PaletteChange)
         PaintFault();
+    if (event->type() == QEvent::FontChange)
+        FitOpColumn();
 }
 
 }  // namespace fenrik

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "diagnostics/KeptFocus.h"
 #include "diagnostics/OutputTexts.h"
 #include "diagnostics/PointTreeModel.h"
 #include "diagnostics/RelationshipTerms.h"
+#include "diagnostics/TreePlace.h"
 
 #include <QGroupBox>
 
@@ -40,6 +42,8 @@ public:
     /// Only these words, in place of everything else.
     void ShowWords(const QString& words);
     void ShowPanel(bool downloaded);
+    /// When everything of `node` is shown: what the user had open of it is open again, and the keyboard is back.
+    void RestorePlace(int node);
     /// Empties tree, buttons and terms and hides them.
     void Clear();
 
@@ -80,9 +84,12 @@ private:
     void SetUpRelations();
     void ReportNode(const QModelIndex& index);
     void ReportTerm(const QModelIndex& index);
+    void FitOpColumn();
     void PaintFault();
 
     std::unique_ptr<Ui::FrameOutputs> mUi;
+    TreePlace mPlace;
+    KeptFocus mFocus;
     PointTreeModel* mTree;      // owned by the frame
     RelationModel* mRelations;  // owned by the frame
     bool mSelecting = false;    // the selection changes by program

@@ -67,6 +67,7 @@ void InputDiagnostics::ShowNode(const CNode& node)
         UpdateInputRow(node.CDigitalInputs()[number]);
     mFrame.ShowPanel(IsDownloaded(node));
     setInputSelected(1);
+    mFrame.RestorePlace(node.number());
 }
 
 QString InputDiagnostics::InputDisplayName(const CDigitalInput& input, std::int16_t& limit)

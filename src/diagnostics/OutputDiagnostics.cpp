@@ -91,6 +91,7 @@ void OutputDiagnostics::ShowNode(CNode& node)
     AddOutputs(node);
     mFrame.ShowPanel(IsDownloaded(node));
     setOutputSelected(1);
+    mFrame.RestorePlace(node.number());
 }
 
 void OutputDiagnostics::AddOutputs(CNode& node)

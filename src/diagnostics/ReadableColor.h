@@ -10,7 +10,7 @@ namespace fenrik {
 /// change places with the palette's own texts, and a hue is made lighter.
 [[nodiscard]] QColor ReadableColor(const QColor& color, const QPalette& palette);
 
-/// Draws rows in readable colours.
+/// Draws rows in readable colours, and the picture of a selected row on the ground that it was drawn for.
 class ReadableDelegate : public QStyledItemDelegate {
     Q_OBJECT
 

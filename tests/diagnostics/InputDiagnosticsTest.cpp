@@ -115,6 +115,23 @@ TEST_F(InputViewTest, NodeWithoutInputsShowsItsLabel)
     EXPECT_FALSE(Shown("tvInputs"));
 }
 
+TEST_F(InputViewTest, NodeOfUnknownTypeShowsItsLabel)
+{
+    Select(4, CNode::kUnknownType);
+    Open();
+    EXPECT_EQ(Text("lblNoInputs"), QStringLiteral("Inputs not defined for Unknown Node Type."));
+    EXPECT_EQ(view.InputSelected(), 0);
+}
+
+TEST_F(InputViewTest, NodeThatGoesDuringTheWaitLeavesWords)
+{
+    SelectFilledNode();
+    window.onVerify = [this] { system.DeselectNode(); };
+    Open();
+    EXPECT_EQ(frame.title(), QStringLiteral("No Node Selected"));
+    EXPECT_EQ(frame.Tree().rowCount(), 0);
+}
+
 TEST_F(InputViewTest, InputThatDoesNotExistIsReported)
 {
     SelectFilledNode();

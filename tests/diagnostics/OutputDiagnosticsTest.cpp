@@ -176,6 +176,17 @@ TEST_F(OutputViewTest, LevelShowsItsTermsAndNothingOfTheWholeOutput)
     EXPECT_EQ(Text("lblShed"), QStringLiteral("Unavailable"));
 }
 
+TEST_F(OutputViewTest, WordInPlaceOfTermsHasTheWholeWidth)
+{
+    SelectFilledNode().COutputs()[2].setPermOn(true);
+    Open();
+    const auto& list = Find<QTreeView>("lvRelations");
+    EXPECT_FALSE(list.isFirstColumnSpanned(0, QModelIndex()));
+    ClickNode(2);
+    EXPECT_THAT(Terms(), ElementsAre("(Permanently On)|"));
+    EXPECT_TRUE(list.isFirstColumnSpanned(0, QModelIndex()));
+}
+
 TEST_F(OutputViewTest, LevelThatTheOutputDoesNotHaveCountsAsZero)
 {
     SelectFilledNode();

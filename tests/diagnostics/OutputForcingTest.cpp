@@ -173,6 +173,37 @@ TEST_F(OutputForcingTest, ButtonForcesFullyAndReleases)
     EXPECT_THAT(Sent(), ElementsAre("987 1 0 " + std::to_string(data | 100 << 9), "987 0 0 " + std::to_string(data)));
 }
 
+// The row of the level stays selected: it is one of the forced output's own.
+TEST_F(OutputForcingTest, ForcingFromALevelShowsTheWholeOutput)
+{
+    SelectFilledNode();
+    Open();
+    ClickNode(1, 1);
+    ASSERT_EQ(view.RLevelSelected(), 1);
+    Force(QStringLiteral("50%"));
+    EXPECT_EQ(view.RLevelSelected(), 0);
+    EXPECT_EQ(Text("lblShed"), QStringLiteral("12.5v"));
+    EXPECT_EQ(Tree().currentIndex(), frame.Tree().IndexOf(1, 1));
+}
+
+TEST_F(OutputForcingTest, NothingIsSentWithoutANode)
+{
+    Open();
+    Q_EMIT frame.ForceClicked();
+    Q_EMIT frame.ButtonClicked(1, true);
+    EXPECT_THAT(Sent(), IsEmpty());
+    EXPECT_THAT(errors.reports, IsEmpty());
+}
+
+TEST_F(OutputForcingTest, ButtonOfANodeThatIsNotMountedForcesItAllTheSame)
+{
+    SelectFilledNode();
+    Open();
+    ASSERT_EQ(system.MountedNode(), nullptr);
+    Button(1).trigger();
+    EXPECT_THAT(Sent(), ElementsAre("987 1 0 " + std::to_string(3 | 1 << 4 | 100 << 9)));
+}
+
 TEST_F(OutputForcingTest, ButtonTipIsTheShorterName)
 {
     SelectFilledNode().COutputs()[2].setName(QString(60, QLatin1Char('n')));

@@ -1,16 +1,12 @@
-#include "diagnostics/OutputBar.h"
 #include "diagnostics/PointTreeModel.h"
 #include "diagnostics/ReadableColor.h"
 #include "diagnostics/RelationModel.h"
 #include "support/Printers.h"
 
 #include <QAbstractItemModelTester>
-#include <QAction>
 #include <QSignalSpy>
-#include <QToolButton>
 #include <QTreeView>
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 namespace fenrik {
@@ -58,54 +54,6 @@ TEST(RelationModel, KeepsTheRulesOfItemModels)
     EXPECT_EQ(model.headerData(1, Qt::Horizontal, Qt::DisplayRole).toString(), QStringLiteral("Command"));
 }
 
-TEST(OutputBar, FourteenOutputsTakeTwoRows)
-{
-    EXPECT_EQ(OutputBar::Columns(0), 0);
-    EXPECT_EQ(OutputBar::Columns(13), 13);
-    EXPECT_EQ(OutputBar::Columns(14), 7);
-    EXPECT_EQ(OutputBar::Columns(15), 8);
-    EXPECT_EQ(OutputBar::Columns(32), 16);
-}
-
-TEST(OutputBar, ButtonsStandInTheirRows)
-{
-    OutputBar bar;
-    bar.SetCount(26);
-    bar.show();
-    const auto buttons = bar.findChildren<QToolButton*>();
-    ASSERT_EQ(buttons.size(), 26);
-    EXPECT_EQ(buttons[0]->y(), buttons[12]->y());
-    EXPECT_GT(buttons[13]->y(), buttons[0]->y());
-    EXPECT_EQ(buttons[13]->x(), buttons[0]->x());
-    for (const QToolButton* button : buttons)
-        EXPECT_EQ(button->width(), 30);
-}
-
-TEST(OutputBar, FewerButtonsLeaveNoneOfTheOldOnesBehind)
-{
-    OutputBar bar;
-    bar.SetCount(32);
-    bar.SetCount(12);
-    EXPECT_EQ(bar.actions().size(), 12);
-    EXPECT_EQ(bar.findChild<QAction*>(QStringLiteral("13")), nullptr);
-    bar.SetCount(13);
-    EXPECT_EQ(bar.actions().size(), 13);
-    EXPECT_EQ(bar.findChild<QAction*>(QStringLiteral("13")), bar.actions().last());
-}
-
-TEST(OutputBar, ClickTellsTheNumberAndWhetherItIsPressed)
-{
-    OutputBar bar;
-    bar.SetCount(3);
-    QSignalSpy clicks(&bar, &OutputBar::ButtonClicked);
-    bar.findChildren<QToolButton*>()[1]->click();
-    bar.UpdateButton(3, QStringLiteral("tip"), QStringLiteral("On"), true);  // by program: no click
-    bar.findChildren<QToolButton*>()[2]->click();
-    ASSERT_EQ(clicks.count(), 2);
-    EXPECT_EQ(clicks[0], (QList<QVariant>{2, true}));
-    EXPECT_EQ(clicks[1], (QList<QVariant>{3, false}));
-}
-
 /// Lets a test see how a row would be drawn.
 class DelegateProbe : public ReadableDelegate {
 public:
@@ -116,6 +64,17 @@ public:
         option.palette = view.palette();
         initStyleOption(&option, index);
         return option.palette.color(QPalette::Text);
+    }
+    /// The row's picture as it would be drawn in that state.
+    [[nodiscard]] QImage Picture(const QTreeView& view, const QModelIndex& index, QStyle::State state) const
+    {
+        QStyleOptionViewItem option;
+        option.widget = &view;
+        option.state = state;
+        option.decorationSize = QSize(16, 16);
+        initStyleOption(&option, index);
+        const bool isSelected = state.testFlag(QStyle::State_Selected);
+        return option.icon.pixmap(option.decorationSize, isSelected ? QIcon::Selected : QIcon::Normal).toImage();
     }
 };
 
@@ -129,6 +88,22 @@ TEST(ReadableDelegate, BlackRowOnADarkListIsDrawnInTheListsOwnColour)
     dark.setColor(QPalette::Text, QColor(250, 250, 250));
     view.setPalette(dark);
     EXPECT_EQ(DelegateProbe().TextColor(view, model.IndexOf(1)), QColor(250, 250, 250));
+}
+
+TEST(ReadableDelegate, PictureOfASelectedRowStandsOnTheListsGround)
+{
+    PointTreeModel model(QStringLiteral("OUTPUT"));
+    model.SetPoints({{QStringLiteral("Wiper"), QStringLiteral("On"), PointTone::On, 0}});
+    QTreeView view;
+    QPalette colors = view.palette();
+    colors.setColor(QPalette::Base, QColor(250, 250, 240));
+    view.setPalette(colors);
+    const QImage plain = DelegateProbe().Picture(view, model.IndexOf(1), QStyle::State_None);
+    const QImage selected = DelegateProbe().Picture(view, model.IndexOf(1), QStyle::State_Selected);
+    EXPECT_EQ(plain.pixelColor(0, 0).alpha(), 0);
+    EXPECT_EQ(selected.pixelColor(0, 0), QColor(250, 250, 240));
+    const QPoint middle = selected.rect().center();
+    EXPECT_EQ(selected.pixelColor(middle), plain.pixelColor(middle)) << "and has its own colours";
 }
 
 TEST(ReadableColor, LightBackgroundKeepsTheColour)
