@@ -281,6 +281,24 @@ TEST_P(JetFileTest, APasswordIsTold)
     EXPECT_THAT(error.what(), HasSubstr("genuine.dav"));
 }
 
+TEST_P(JetFileTest, EncryptedPagesAreTold)
+{
+    QByteArray bytes = writer.Bytes();
+    constexpr qsizetype kKeyOffset = 0x3E;
+    bytes[kKeyOffset] = char(bytes[kKeyOffset] ^ 1);  // the mask of the first page lets single bits through
+    const Error error = ErrorOfOpening(bytes);
+    EXPECT_EQ(error.Number(), ErrorNumber::kDatabaseBroken);
+    EXPECT_THAT(error.what(), HasSubstr("is encrypted"));
+}
+
+TEST_P(JetFileTest, AnybodyMayOpenItAtTheSameTimeAlsoWhenOpenedExclusively)
+{
+    MakeFile(path, MakeJetCatalogue(GetParam(), 3));
+    const auto mine = Database::OpenDatabase(path, true, true);
+    const auto other = Database::OpenDatabase(path, true, true);
+    EXPECT_EQ(mine->OpenRecordset("Commands")->RecordCount(), other->OpenRecordset("Commands")->RecordCount());
+}
+
 TEST_P(JetFileTest, AHeaderAloneIsDamaged)
 {
     const QByteArray bytes = writer.Bytes();
