@@ -6,6 +6,12 @@
 
 namespace fenrik {
 
+namespace {
+
+constexpr std::size_t kKeptCapacity = 4096;
+
+}  // namespace
+
 Connection::Connection(Handle socket, std::string address, std::string network, const RelayLimits& limits,
                        std::vector<Connection*>& touched, double now)
     : mSocket(std::move(socket)), mNetwork(std::move(network)), mLimits(limits), mTouchedList(touched),
@@ -81,6 +87,9 @@ bool Connection::Write()
     }
     mOut.erase(0, mSent);
     mSent = 0;
+    // A user list is long and rare; a thousand users need not keep the room for one each.
+    if (mOut.empty() && mOut.capacity() > kKeptCapacity)
+        std::string().swap(mOut);
     return true;
 }
 

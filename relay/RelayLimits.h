@@ -8,7 +8,7 @@ namespace fenrik {
 struct RelayLimits {
     int users = 1000;                 ///< logged on at the same time
     int usersPerAddress = 64;         ///< connections from one IPv4 address or one IPv6 network of 64 bits
-    std::size_t longestBody = 4096;   ///< of a frame from a client, bytes
+    std::size_t longestBody = 32767;  ///< of a frame from a client, bytes
     int framesPerSecond = 1000;       ///< of one client; what comes faster waits in its own connection
     double logonSeconds = 10;         ///< from the connection to the log-on
     std::size_t mostUnsent = 262144;  ///< bytes that a slow reader may leave behind

@@ -24,7 +24,7 @@ chat, echoes and the messages of the vehicle's network between the two.
                           ends the relay, then opens the file anew
   --max-users N           users logged on at the same time, 1 to 100000; 1000 if not given
   --max-per-address N     connections from one address (IPv6: one network of 64 bits); 64 if not given
-  --max-body BYTES        longest body of a client's frame, 165 to 32767; 4096 if not given
+  --max-body BYTES        longest body of a client's frame, 165 to 32767; 32767 if not given
   --max-rate N            frames a second of one client, 10 to 1000000; 1000 if not given. Faster ones wait
   --max-unsent BYTES      what may wait for a slow reader before it is cut off, 65536 and up; 262144 if not given
   --logon-time SECONDS    a client that has not logged on by then is cut off, 1 to 3600; 10 if not given

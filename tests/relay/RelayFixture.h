@@ -70,7 +70,7 @@ protected:
     }
 
     double now = 1000;
-    RelayLimits limits;
+    RelayLimits limits{.longestBody = 4096};
     Consent consent = Consent::Ask;
     std::ostringstream text;
     RelayLog log{text, RelayLog::Stamp::None};
