@@ -1,8 +1,9 @@
 #include "app/MainToolbar.h"
 
+#include "app/ToolIcon.h"
+
 #include <QAction>
 #include <QActionGroup>
-#include <QIcon>
 #include <QKeySequence>
 
 namespace fenrik {
@@ -61,11 +62,6 @@ const Method kMethods[] = {
     {"ConnectUsing_103", "Connection method: Pipe Server"},
 };
 
-QIcon IconOf(const char* name)
-{
-    return QIcon(QStringLiteral(":/icons/%1.png").arg(QLatin1String(name)));
-}
-
 /// A tool tip tells the key as well.
 QString WithKey(const QString& text, const QKeySequence& key)
 {
@@ -87,7 +83,7 @@ MainToolbar::MainToolbar(QWidget* parent) : QToolBar(parent)
             continue;
         }
         const QString key = QLatin1String(row.key);
-        QAction* action = addAction(IconOf(row.key), tr(row.text));
+        QAction* action = addAction(ToolIcon(key), tr(row.text));
         action->setObjectName(key);
         action->setToolTip(WithKey(tr(row.toolTip), row.functionKey ? QKeySequence(row.functionKey)
                                                                     : QKeySequence(QLatin1String(row.shortcut))));
@@ -109,7 +105,7 @@ void MainToolbar::ShowConnectionMethod(int connectionType)
 {
     const Method& method = kMethods[connectionType - 1];
     QAction* button = Button(QStringLiteral("ConnectUsing"));
-    button->setIcon(IconOf(method.icon));
+    button->setIcon(ToolIcon(QLatin1String(method.icon)));
     button->setToolTip(WithKey(tr(method.toolTip), button->shortcut()));
 }
 

@@ -1,6 +1,7 @@
 #include "app/NodeBars.h"
 
 #include "app/NodeIcon.h"
+#include "app/ToolIcon.h"
 
 #include <QAction>
 #include <QIcon>
@@ -67,7 +68,7 @@ void NodeBars::AddActions()
 {
     for (const ActionRow& row : kActions) {
         const QString key = QLatin1String(row.key);
-        QAction* button = mFirst->addAction(QIcon(QStringLiteral(":/icons/%1.png").arg(key)), tr(row.text));
+        QAction* button = mFirst->addAction(ToolIcon(key), tr(row.text));
         button->setObjectName(key);
         button->setToolTip(tr(row.toolTip));
         button->setShortcut(QKeySequence(QLatin1String(row.shortcut)));
