@@ -21,8 +21,9 @@ constexpr const char* kScenario = "node 1 type 16 Engine\n"
                                   "node 3 type 9 Front\n"
                                   "node 4 type 2 Door\n"
                                   "node 5 type 2 EarlyDoor early\n"
+                                  "node 6 type 0 Rear\n"
                                   "quiet\n";
-constexpr int kNodes = 5;
+constexpr int kNodes = 6;
 
 class Views : public ToolTest {
 protected:
@@ -83,6 +84,13 @@ protected:
         return int(text.size()) >= point && text[std::size_t(point - 1)] == wanted;
     }
 
+    /// A row of the small panel, from 1.
+    [[nodiscard]] std::string Panel(int row, const char* property = "text") const
+    {
+        const QStringList rows = QString::fromStdString(Face("PicMiscFace", property)).split(QLatin1Char('\n'));
+        return rows.value(row - 1).trimmed().toStdString();
+    }
+
     static constexpr int kInputRow = 3;
     static constexpr int kOutputRow = 7;
 };
@@ -111,8 +119,8 @@ TEST_P(ViewsForce, AnOutputByItsButtonAndReleaseItByASecondPress)
 
 INSTANTIATE_TEST_SUITE_P(Forms, ViewsForce,
                          testing::Values(ForceRow{"Newer", 1, 1}, ForceRow{"NewerOutput31", 1, 31},
-                                         ForceRow{"Channel", 3, 15}, ForceRow{"NewerOfType2", 4, 12},
-                                         ForceRow{"EarlyOfType2", 5, 12}),
+                                         ForceRow{"Channel", 3, 15}, ForceRow{"ChannelOfType0", 6, 16},
+                                         ForceRow{"NewerOfType2", 4, 12}, ForceRow{"EarlyOfType2", 5, 12}),
                          [](const auto& row) { return row.param.name; });
 
 TEST_F(Views, ForceADownloadedOutputToALevelAndReleaseIt)
@@ -144,6 +152,49 @@ TEST_F(Views, ShowTheFaultThatANodeReports)
     const QAbstractItemModel& tree = *Find<QTreeView>("tvOutputs").model();
     EXPECT_EQ(tree.index(0, 0).data(kIconKeyRole).toString(), "Fault");
     EXPECT_EQ(tree.index(1, 0).data(kIconKeyRole).toString(), "Off");
+    EXPECT_EQ(OutputButton(1).defaultAction()->data().toString(), "Fault");
+    EXPECT_EQ(OutputButton(2).defaultAction()->data().toString(), "Off");
+}
+
+TEST_F(Views, ShowAFaultThatWasReportedBeforeTheNodeWasLookedAt)
+{
+    ASSERT_NO_FATAL_FAILURE(Mount(1));
+    Click("Toolbar", "OutputDiagnostics");
+    ASSERT_NO_FATAL_FAILURE(vehicle.Control("fault 4 1"));
+    ASSERT_NO_FATAL_FAILURE(vehicle.Control("fault 1 2"));
+    ASSERT_TRUE(Eventually([this] { return OutputButton(2).defaultAction()->data() == "Fault"; }));
+    EXPECT_EQ(Text("lblFaults"), "No Faults Detected") << "output 1 of node 1 has none";
+    Click("Nodebar", "Node4");
+    EXPECT_EQ(Text("lblFaults"), "Fault detected!");
+    EXPECT_EQ(OutputButton(1).defaultAction()->data().toString(), "Fault");
+}
+
+TEST_F(Views, ShowAForcedOutputOnTheFace)
+{
+    constexpr int kOutput = 15;
+    ASSERT_NO_FATAL_FAILURE(Mount(6));
+    Click("Toolbar", "OutputDiagnostics");
+    ASSERT_NO_FATAL_FAILURE(PressOutput(kOutput));
+    Click("Toolbar", "States");
+    EXPECT_TRUE(Eventually([this] { return ShowsPoint(kOutputRow, kOutput, '1'); })) << Row(kOutputRow);
+    Click("Toolbar", "OutputDiagnostics");
+    EXPECT_TRUE(OutputButton(kOutput).isChecked()) << "the view knows what is forced when it is opened again";
+    ASSERT_NO_FATAL_FAILURE(PressOutput(kOutput));
+    Click("Toolbar", "States");
+    EXPECT_TRUE(Eventually([this] { return ShowsPoint(kOutputRow, kOutput, '0'); })) << Row(kOutputRow);
+}
+
+TEST_F(Views, ShowTheInputsOfADownloadedNode)
+{
+    ASSERT_NO_FATAL_FAILURE(Mount(1));
+    Click("Toolbar", "InputDiagnostics");
+    ASSERT_EQ(Text("lblCommandName"), "Unavailable");
+    ASSERT_NO_FATAL_FAILURE(Download());
+    const QAbstractItemModel& tree = *Find<QTreeView>("tvInputs").model();
+    EXPECT_EQ(tree.rowCount(), 16);
+    EXPECT_NE(Text("lblCommandName"), "Unavailable");
+    EXPECT_THAT(Text("lblSwitchType"), testing::AnyOf("Momentary", "Latching"));
+    EXPECT_THAT(Text("lbl3Way"), testing::AnyOf("True", "False"));
 }
 
 TEST_F(Views, FollowAPolledNodeWhenItsInputsSendTheirCommands)
@@ -171,6 +222,44 @@ TEST_F(Views, FollowANodeThatReportsByItselfWithoutAnyTraffic)
     ASSERT_NO_FATAL_FAILURE(vehicle.Control("input 2 13 off"));
     EXPECT_TRUE(Eventually([this] { return ShowsPoint(kInputRow, kSpareInput, '0'); })) << Row(kInputRow);
     EXPECT_EQ(vehicle.Meanings("RX").size(), heard) << "nothing is polled";
+}
+
+TEST_F(Views, FollowANodeThatReportsByItselfUntilItIsUnmounted)
+{
+    ASSERT_NO_FATAL_FAILURE(Mount(2));
+    Click("Toolbar", "States");
+    Click("Nodebar", "Unmount");
+    ASSERT_TRUE(IsVisible("Nodebar", "Mount"));
+    const auto told = vehicle.Meanings("TX").size();
+    ASSERT_NO_FATAL_FAILURE(vehicle.Control("input 2 13 on"));
+    ASSERT_NO_FATAL_FAILURE(vehicle.Control("shed 3 7"));
+    EXPECT_TRUE(Eventually([this] { return Panel(8) == "N:03 L=7"; }));
+    EXPECT_EQ(vehicle.Meanings("TX").size(), told + 1) << "the load shed alone";
+}
+
+TEST_F(Views, ShowTheLoadThatANodeShedsWhenTheVoltageSags)
+{
+    ASSERT_NO_FATAL_FAILURE(StartConnected(kScenario));
+    ASSERT_EQ(Panel(8), "N:03 L=0");
+    ASSERT_EQ(Panel(8, "dimText"), "N:03 L=0");
+    ASSERT_NO_FATAL_FAILURE(vehicle.Control("voltage 9.0"));
+    ASSERT_NO_FATAL_FAILURE(vehicle.Control("quiet off"));
+    EXPECT_TRUE(Eventually([this] { return Panel(8) == "N:03 L=3" && Panel(8, "dimText").empty(); })) << Panel(8);
+}
+
+TEST_F(Views, CountTheCollisionsThatTheMountedNodeSaw)
+{
+    ASSERT_NO_FATAL_FAILURE(Mount(1));
+    ASSERT_EQ(Panel(5), "NC 00000");
+    Click("Toolbar", "Collision");
+    EXPECT_EQ(Text("txtMsg"), "Node collision monitoring enabled on Node 1.");
+    ASSERT_NO_FATAL_FAILURE(vehicle.Control("noise 40"));
+    EXPECT_TRUE(Eventually([this] { return QString::fromStdString(Panel(5)).endsWith("00001"); })) << Panel(5);
+    EXPECT_EQ(Panel(2), "<- NC ->");
+    EXPECT_TRUE(Panel(3) != "PC 00000" || Panel(4) != "BC 00000") << "the tool heard the noise itself";
+    Click("Toolbar", "Collision");
+    EXPECT_EQ(Text("txtMsg"), "Node collision monitoring disabled on Node 1.");
+    EXPECT_EQ(Panel(5, "dimText"), "NC 00001");
 }
 
 }  // namespace
