@@ -13,10 +13,9 @@ namespace {
 
 constexpr QSize kSize(24, 24);
 
-QImage On(QRgb ground, QIcon::Mode mode, double ratio = 1.0)
+QImage On(QRgb ground, QIcon::Mode mode)
 {
-    QImage picture(kSize * ratio, QImage::Format_ARGB32_Premultiplied);
-    picture.setDevicePixelRatio(ratio);
+    QImage picture(kSize, QImage::Format_ARGB32_Premultiplied);
     picture.fill(ground);
     QPainter painter(&picture);
     ToolIcon(QStringLiteral("Connect")).paint(&painter, QRect(QPoint(), kSize), Qt::AlignCenter, mode);
@@ -48,13 +47,6 @@ TEST(ToolIcon, IsFaintOnAnyGroundWhereItIsDisabled)
         EXPECT_GT(Contrast(ground, QIcon::Disabled), 5);
         EXPECT_LT(Contrast(ground, QIcon::Disabled), Contrast(ground, QIcon::Normal) / 2);
     }
-}
-
-TEST(ToolIcon, HasThePixelsOfTheScreen)
-{
-    const QImage fine = On(qRgb(255, 255, 255), QIcon::Normal, 2.0);
-    const QImage coarse = On(qRgb(255, 255, 255), QIcon::Normal).scaled(fine.size());
-    EXPECT_NE(fine.convertToFormat(QImage::Format_RGB32), coarse.convertToFormat(QImage::Format_RGB32));
 }
 
 }  // namespace
