@@ -1,8 +1,8 @@
 #include "diagnostics/CharacterFace.h"
 
 #include "diagnostics/CodePage437.h"
-#include "diagnostics/FaceBackground.h"
 #include "diagnostics/FaceDescription.h"
+#include "diagnostics/FacePainter.h"
 #include "diagnostics/Glass.h"
 #include "diagnostics/GlyphSheets.h"
 
@@ -10,48 +10,30 @@
 #include <QPainter>
 
 #include <algorithm>
-#include <cstring>
 
 namespace fenrik {
 
-namespace {
-
-constexpr int kRefreshMilliseconds = 16;
-constexpr int kPerRow = 16;
-
-/// Copies a rectangle between two 32-bit images; what does not fit into `to` is left out.
-void CopyPixels(const QImage& from, QRect part, QImage& to, QPoint place)
+bool CharacterFace::Cell::InPlace(int column, int row) const
 {
-    const int width = std::min(part.width(), to.width() - place.x());
-    const int height = std::min(part.height(), to.height() - place.y());
-    if (width <= 0 || height <= 0)
-        return;
-    const uchar* source = from.constScanLine(part.y()) + part.x() * 4;
-    uchar* target = to.scanLine(place.y()) + place.x() * 4;
-    for (int line = 0; line < height; ++line) {
-        std::memcpy(target, source, std::size_t(width) * 4);
-        source += from.bytesPerLine();
-        target += to.bytesPerLine();
-    }
+    return used && x == Glass::kMargin + column * Glass::kCellWidth && y == Glass::kMargin + row * Glass::kCellHeight;
 }
 
-}  // namespace
+QRect CharacterFace::Cell::Rect() const
+{
+    return used ? QRect(x, y, Glass::kGlyphWidth, Glass::kGlyphHeight) : QRect();
+}
 
 CharacterFace::CharacterFace(const GlyphSheets& sheets, QSize size, int columns, QWidget* parent)
     : QWidget(parent), mSheets(sheets), mColumns(columns),
       mRowCount((size.height() - Glass::kMargin - Glass::kGlyphHeight) / Glass::kCellHeight + 1),
       mStoredColumns((size.width() - Glass::kMargin) / Glass::kGlyphWidth),
-      mCells(std::size_t(mRowCount * mStoredColumns)), mRows(std::size_t(mRowCount))
+      mCells(std::size_t(mRowCount * mStoredColumns)), mShown(mCells), mCrowded(std::size_t(mRowCount))
 {
     DescribeFacesToScreenReaders();
     setFixedSize(size);
     setAttribute(Qt::WA_OpaquePaintEvent);
     mRefresh.setSingleShot(true);
-    mRefresh.setInterval(kRefreshMilliseconds);
-    connect(&mRefresh, &QTimer::timeout, this, [this] {
-        update(mDirty);
-        mDirty = {};
-    });
+    connect(&mRefresh, &QTimer::timeout, this, [this] { update(TakeChanges()); });
 }
 
 void CharacterFace::Put(int x, int y, std::uint8_t code, bool dim)
@@ -60,7 +42,7 @@ void CharacterFace::Put(int x, int y, std::uint8_t code, bool dim)
         return;
     const int column = (x - Glass::kMargin + Glass::kCellWidth / 2) / Glass::kCellWidth;
     const int row = (y - Glass::kMargin + Glass::kCellHeight / 2) / Glass::kCellHeight;
-    Store(At(std::min(row, mRowCount - 1), column), x, y, code, dim);
+    At(std::min(row, mRowCount - 1), column) = {std::int16_t(x), std::int16_t(y), code, dim, true};
 }
 
 void CharacterFace::PutFitted(std::string_view codes, int column, int row, bool dim)
@@ -76,41 +58,44 @@ void CharacterFace::PutFitted(std::string_view codes, int column, int row, bool 
     const int count = int(codes.size());
     const int pitch = std::min(Glass::kCellWidth, (width() - left) / count);
     const bool crowded = pitch < Glass::kCellWidth;
-    if (crowded || mRows[std::size_t(row - 1)].crowded)
+    if (crowded || mCrowded[std::size_t(row - 1)])
         WipeRow(row - 1, column - 1);
-    mRows[std::size_t(row - 1)].crowded = crowded;
+    mCrowded[std::size_t(row - 1)] = crowded;
 
     const int y = Glass::kMargin + (row - 1) * Glass::kCellHeight;
     for (int i = 0; i < count; ++i)
-        Store(At(row - 1, column - 1 + i), left + i * pitch, y, std::uint8_t(codes[std::size_t(i)]), dim);
-}
-
-void CharacterFace::Store(Cell& cell, int x, int y, std::uint8_t code, bool dim)
-{
-    cell = {std::int16_t(x), std::int16_t(y), code, dim, true, true};
-    mDirty |= QRect(x, y, Glass::kGlyphWidth, Glass::kGlyphHeight);
+        At(row - 1, column - 1 + i) = {std::int16_t(left + i * pitch), std::int16_t(y),
+                                       std::uint8_t(codes[std::size_t(i)]), dim, true};
 }
 
 void CharacterFace::WipeRow(int row, int column)
 {
-    mRows[std::size_t(row)].wiped = true;
-    for (; column < mStoredColumns; ++column)
-        At(row, column).used = false;
-    mDirty |= QRect(0, row * Glass::kCellHeight, width(), Glass::kCellHeight + Glass::kMargin);
+    std::fill(&At(row, column), &At(row, 0) + mStoredColumns, Cell());
 }
 
 void CharacterFace::Clear()
 {
     std::fill(mCells.begin(), mCells.end(), Cell());
-    std::fill(mRows.begin(), mRows.end(), Row());
-    mCleared = true;
-    mDirty = rect();
+    std::fill(mCrowded.begin(), mCrowded.end(), false);
 }
 
 void CharacterFace::Refresh()
 {
-    if (!mRefresh.isActive() && !mDirty.isEmpty())
+    if (!mRefresh.isActive())
         mRefresh.start();
+}
+
+/// Where glyphs came, went or changed since the last call.
+QRect CharacterFace::TakeChanges()
+{
+    QRect changed;
+    for (std::size_t i = 0; i < mCells.size(); ++i) {
+        if (mCells[i] == mShown[i])
+            continue;
+        changed |= mCells[i].Rect() | mShown[i].Rect();
+        mShown[i] = mCells[i];
+    }
+    return changed;
 }
 
 QString CharacterFace::Lines(bool onlyDim) const
@@ -137,60 +122,36 @@ QString CharacterFace::Lines(bool onlyDim) const
 
 void CharacterFace::paintEvent(QPaintEvent* event)
 {
-    BringUpToDate();
-    QPainter painter(this);
-    painter.setClipRegion(event->region());
-    painter.drawImage(0, 0, mImage);
-}
-
-void CharacterFace::BringUpToDate()
-{
     const double ratio = devicePixelRatioF();
-    const GlyphAtlas& glyphs = mSheets.At(ratio);
-    if (mBackground.isNull() || mBackground.devicePixelRatio() != ratio) {
-        mBackground = FaceBackground(size(), ratio, glyphs);
-        mImage = QImage(mBackground.size(), QImage::Format_RGB32);
-        mImage.setDevicePixelRatio(ratio);
-        mCleared = true;
-    }
-    if (mCleared) {
-        CopyPixels(mBackground, mBackground.rect(), mImage, {});
-        for (Cell& cell : mCells)
-            cell.stale = cell.used;
-    }
-    mCleared = false;
-    for (int row = 0; row < mRowCount; ++row)
-        DrawRow(glyphs, row);
+    QPainter painter(this);
+    FacePainter face(painter, mSheets.At(ratio), size(), ratio, event->rect());
+    face.DrawGround();
+    PaintGrid(face);
+    face.DrawEdge();
+    PaintLoose(face);  // a crowded row reaches into the margin
 }
 
-void CharacterFace::DrawRow(const GlyphAtlas& glyphs, int row)
+void CharacterFace::PaintGrid(FacePainter& painter) const
 {
-    const bool wiped = mRows[std::size_t(row)].wiped;
-    if (wiped)
-        CopyBackground(row);
-    mRows[std::size_t(row)].wiped = false;
-    for (int column = 0; column < mStoredColumns; ++column) {
-        Cell& cell = At(row, column);
-        if (cell.used && (cell.stale || wiped))
-            CopyGlyph(glyphs, cell);
-        cell.stale = false;
+    for (int row = painter.FirstRow(); row <= painter.LastRow(); ++row) {
+        for (int column = painter.FirstColumn(); column <= painter.LastColumn(); ++column) {
+            const Cell& cell = At(row, column);
+            const bool inPlace = cell.InPlace(column, row);
+            painter.DrawCell(column, row, inPlace ? cell.code : CodePage437::kBlank, inPlace && cell.dim);
+        }
     }
 }
 
-void CharacterFace::CopyBackground(int row)
+/// What stands between the cells of the grid.
+void CharacterFace::PaintLoose(FacePainter& painter) const
 {
-    const double ratio = mImage.devicePixelRatio();
-    const int top = qRound((row * Glass::kCellHeight + Glass::kMargin) * ratio);
-    const int height = qRound(Glass::kGlyphHeight * ratio);
-    CopyPixels(mBackground, QRect(0, top, mBackground.width(), height), mImage, {0, top});
-}
-
-void CharacterFace::CopyGlyph(const GlyphAtlas& glyphs, const Cell& cell)
-{
-    const double ratio = mImage.devicePixelRatio();
-    const QPoint corner(cell.code % kPerRow * glyphs.glyph.width(), cell.code / kPerRow * glyphs.glyph.height());
-    CopyPixels(cell.dim ? glyphs.dim : glyphs.bright, QRect(corner, glyphs.glyph), mImage,
-               {qRound(cell.x * ratio), qRound(cell.y * ratio)});
+    for (int row = std::max(0, painter.FirstRow() - 1); row <= std::min(painter.LastRow() + 1, mRowCount - 1); ++row) {
+        for (int column = 0; column < mStoredColumns; ++column) {
+            const Cell& cell = At(row, column);
+            if (cell.used && !cell.InPlace(column, row))
+                painter.DrawGlyph({cell.x, cell.y}, cell.code, cell.dim);
+        }
+    }
 }
 
 }  // namespace fenrik

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QImage>
 #include <QRect>
 #include <QTimer>
 #include <QWidget>
@@ -11,15 +10,15 @@
 
 namespace fenrik {
 
-struct GlyphAtlas;
+class FacePainter;
 class GlyphSheets;
 
 /// A picture of characters: the big face of the views and the pictures of the small panel.
 ///
-/// Glyphs are copied, opaque, to pixel places of a picture that the widget keeps. What was put stands until it is
-/// overwritten or cleared. The widget remembers the characters and draws those that changed when it is painted, so
-/// that putting costs next to nothing and a screen of another pixel ratio is drawn sharp again. Places are in pixels
-/// at scale 1 from the top left corner. A glyph that would not lie wholly on the face is left out.
+/// Glyphs are copied, opaque, to pixel places. What was put stands until it is overwritten or cleared. The widget
+/// remembers the characters and paints from them, so that putting costs next to nothing, what did not change is not
+/// painted again, and a screen of another pixel ratio is drawn sharp. Places are in pixels at scale 1 from the top left
+/// corner. A glyph that would not lie wholly on the face is left out.
 ///
 /// For screen readers and tests `text` gives the characters that stand on the face, one line for each row, blanks
 /// kept; `dimText` the same with only the dim ones. A glyph belongs to the cell that it is nearest to.
@@ -43,8 +42,12 @@ public:
     /// Copies the background over all.
     void Clear();
 
-    /// Has the changes painted, in at most 16 ms and together with all others of that time.
+    /// Has the changes painted when the event loop turns, together with all others by then. Nothing that stands as it
+    /// did is painted.
     void Refresh();
+
+    /// From now on changes wait that long for others, in milliseconds; 0 at first.
+    void setPace(int milliseconds) { mRefresh.setInterval(milliseconds); }
 
     [[nodiscard]] QString Text() const { return Lines(false); }
     [[nodiscard]] QString DimText() const { return Lines(true); }
@@ -60,11 +63,10 @@ private:
         std::uint8_t code = 0;
         bool dim = false;
         bool used = false;
-        bool stale = false;
-    };
-    struct Row {
-        bool crowded = false;  // cells stand closer than their columns
-        bool wiped = false;    // the background comes back before the cells are drawn
+
+        [[nodiscard]] bool InPlace(int column, int row) const;
+        [[nodiscard]] QRect Rect() const;
+        friend bool operator==(const Cell&, const Cell&) = default;
     };
 
     [[nodiscard]] Cell& At(int row, int column) { return mCells[std::size_t(row * mStoredColumns + column)]; }
@@ -72,25 +74,19 @@ private:
     {
         return mCells[std::size_t(row * mStoredColumns + column)];
     }
-    void Store(Cell& cell, int x, int y, std::uint8_t code, bool dim);
     void WipeRow(int row, int column);
     [[nodiscard]] QString Lines(bool onlyDim) const;
-
-    void BringUpToDate();
-    void DrawRow(const GlyphAtlas& glyphs, int row);
-    void CopyBackground(int row);
-    void CopyGlyph(const GlyphAtlas& glyphs, const Cell& cell);
+    [[nodiscard]] QRect TakeChanges();
+    void PaintGrid(FacePainter& painter) const;
+    void PaintLoose(FacePainter& painter) const;
 
     const GlyphSheets& mSheets;
     const int mColumns;
     const int mRowCount;
     const int mStoredColumns;  // of a row whose glyphs stand without a gap
     std::vector<Cell> mCells;
-    std::vector<Row> mRows;
-    bool mCleared = true;
-    QImage mBackground;
-    QImage mImage;
-    QRect mDirty;
+    std::vector<Cell> mShown;    // as they were at the last refresh
+    std::vector<bool> mCrowded;  // by row: cells stand closer than their columns
     QTimer mRefresh;
 };
 

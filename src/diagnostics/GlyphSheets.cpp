@@ -6,12 +6,13 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <cmath>
 
 namespace fenrik {
 
 namespace {
 
-constexpr int kPerRow = 16;
+constexpr int kPerRow = GlyphAtlas::kPerRow;
 constexpr int kSheetPercents[] = {100, 150, 200};
 
 int SheetFor(double ratio)
@@ -27,9 +28,9 @@ QImage Sheet(const char* name, int percent)
         .convertToFormat(QImage::Format_RGB32);
 }
 
-QImage CutGlyphs(const QImage& sheet, double sheetScale, const AsciiMap& map, QSize glyph)
+QImage CutGlyphs(const QImage& sheet, double sheetScale, const AsciiMap& map, QSize glyph, int pitch)
 {
-    QImage cut(glyph * kPerRow, QImage::Format_RGB32);
+    QImage cut(pitch * kPerRow, glyph.height() * kPerRow, QImage::Format_RGB32);
     cut.fill(Glass::kGround);
     QPainter painter(&cut);
     const QSize source(qRound(Glass::kGlyphWidth * sheetScale), qRound(Glass::kGlyphHeight * sheetScale));
@@ -40,7 +41,7 @@ QImage CutGlyphs(const QImage& sheet, double sheetScale, const AsciiMap& map, QS
         QImage picture = sheet.copy(QRect(corner, source));
         if (source != glyph)
             picture = picture.scaled(glyph, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-        painter.drawImage(code % kPerRow * glyph.width(), code / kPerRow * glyph.height(), picture);
+        painter.drawImage(code % kPerRow * pitch, code / kPerRow * glyph.height(), picture);
     }
     return cut;
 }
@@ -60,8 +61,9 @@ GlyphAtlas GlyphSheets::Cut(double ratio) const
     const int percent = SheetFor(ratio);
     const double scale = percent / 100.0;
     const QSize glyph(qRound(Glass::kGlyphWidth * ratio), qRound(Glass::kGlyphHeight * ratio));
-    return {glyph, CutGlyphs(Sheet("PicAscii", percent), scale, mMap, glyph),
-            CutGlyphs(Sheet("PicAsciiDim", percent), scale, mMap, glyph)};
+    const int pitch = int(std::ceil(Glass::kCellWidth * ratio));
+    return {glyph, pitch, CutGlyphs(Sheet("PicAscii", percent), scale, mMap, glyph, pitch),
+            CutGlyphs(Sheet("PicAsciiDim", percent), scale, mMap, glyph, pitch)};
 }
 
 }  // namespace fenrik

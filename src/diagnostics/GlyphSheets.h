@@ -9,9 +9,13 @@ namespace fenrik {
 
 struct AsciiMap;
 
-/// The glyphs of one device pixel ratio, cut out of the sheets: 16 by 16, in the order of their codes.
+/// The glyphs of one device pixel ratio, cut out of the sheets: 16 by 16, in the order of their codes, each with the
+/// glass that lies between it and its right neighbour on a face.
 struct GlyphAtlas {
-    QSize glyph;  ///< device pixels
+    static constexpr int kPerRow = 16;
+
+    QSize glyph;    ///< device pixels
+    int pitch = 0;  ///< from one glyph to the next in the pictures, device pixels
     QImage bright;
     QImage dim;
 };

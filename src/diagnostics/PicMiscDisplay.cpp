@@ -9,6 +9,8 @@
 #include <QScrollBar>
 #include <QStackedWidget>
 
+#include <algorithm>
+
 namespace fenrik {
 
 namespace {
@@ -16,6 +18,7 @@ namespace {
 constexpr QSize kPanel(148, 702);
 constexpr int kNodesOfFirstFace = 16;
 constexpr int kLeastRows = 5;  // lamp, mark and the three counters
+constexpr int kPaceMs = 16;    // noise changes the counters thousands of times a second
 
 }  // namespace
 
@@ -27,22 +30,21 @@ PicMiscDisplay::PicMiscDisplay(const GlyphSheets& sheets, std::function<int()> n
     setObjectName(QStringLiteral("PicMiscDisplay"));
     setFrameShape(QFrame::NoFrame);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    // A bar would cover the last column.
-    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     verticalScrollBar()->setSingleStep(Glass::kCellHeight);
-    setFixedWidth(kPanel.width());
 
     QPalette glass = viewport()->palette();
     glass.setColor(QPalette::Window, QColor::fromRgb(Glass::kEdge));
     viewport()->setPalette(glass);
     mFaces->setFixedSize(kPanel);
     setWidget(mFaces);
+    FitBar();
 }
 
 CharacterFace& PicMiscDisplay::AddFace(const GlyphSheets& sheets, const QString& name, const QString& toolTip)
 {
     auto* face = new CharacterFace(sheets, kPanel, kColumns);
     face->setObjectName(name);
+    face->setPace(kPaceMs);
     face->setToolTip(toolTip);
     face->setAccessibleName(tr("Panel"));
     mFaces->addWidget(face);
@@ -64,6 +66,22 @@ QSize PicMiscDisplay::minimumSizeHint() const
     return {kPanel.width(), kLeastRows * Glass::kCellHeight + Glass::kMargin};
 }
 
+void PicMiscDisplay::resizeEvent(QResizeEvent* event)
+{
+    QScrollArea::resizeEvent(event);
+    FitBar();
+}
+
+void PicMiscDisplay::FitBar()
+{
+    // Rows of nodes that the system does not have are blank, and nobody misses them. The bar stands beside the
+    // picture: its last column would lie under it.
+    const int rows = kLeastRows + std::clamp(mNodesInSystem(), 0, kNodesOfFirstFace);
+    const bool cutOff = height() < rows * Glass::kCellHeight + Glass::kMargin;
+    setVerticalScrollBarPolicy(cutOff ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff);
+    setFixedWidth(kPanel.width() + (cutOff ? verticalScrollBar()->sizeHint().width() : 0));
+}
+
 void PicMiscDisplay::mouseReleaseEvent(QMouseEvent* event)
 {
     if (event->button() == Qt::LeftButton)
@@ -83,6 +101,7 @@ void PicMiscDisplay::NodesChanged()
 {
     if (mNodesInSystem() <= kNodesOfFirstFace)
         mFaces->setCurrentIndex(0);
+    FitBar();
 }
 
 void PicMiscDisplay::SwitchFaces()

@@ -15,7 +15,7 @@ class GlyphSheets;
 
 /// The small panel: two pictures of 8 columns, "PicMiscFace" for nodes 1 to 16 and "PicMiscFace17_32" for the rest, of
 /// which a left click shows the other one if the system has more than 16 nodes. The right button opens a menu.
-/// In a low window the lower rows are reached with the wheel.
+/// In a low window that cuts off rows in use, a scroll bar stands beside it.
 class PicMiscDisplay : public QScrollArea {
     Q_OBJECT
 
@@ -31,7 +31,8 @@ public:
     /// The menu of the right button; its owner keeps it and sets its check marks when it is about to show.
     void setMenu(QMenu* menu);
 
-    /// The number of nodes has changed: a system without nodes from 17 up shows the first picture.
+    /// The number of nodes has changed: a system without nodes from 17 up shows the first picture, and the scroll bar
+    /// comes or goes.
     void NodesChanged();
 
     [[nodiscard]] QSize sizeHint() const override;
@@ -40,10 +41,12 @@ public:
 protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     [[nodiscard]] CharacterFace& AddFace(const GlyphSheets& sheets, const QString& name, const QString& toolTip);
     void SwitchFaces();
+    void FitBar();
 
     std::function<int()> mNodesInSystem;
     QStackedWidget* mFaces;  // owned by the scroll area

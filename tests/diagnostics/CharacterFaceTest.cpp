@@ -5,7 +5,11 @@
 #include <QAccessible>
 #include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QPaintEvent>
 #include <QPixmap>
+#include <QTest>
+
+#include <functional>
 
 namespace fenrik {
 namespace {
@@ -31,11 +35,15 @@ class PaintCounter : public QObject {
 public:
     bool eventFilter(QObject*, QEvent* event) override
     {
-        count += event->type() == QEvent::Paint;
+        if (event->type() != QEvent::Paint)
+            return false;
+        ++count;
+        painted += static_cast<QPaintEvent*>(event)->region();
         return false;
     }
 
     int count = 0;
+    QRegion painted;
 };
 
 class CharacterFaceTest : public FaceFixture {
@@ -217,6 +225,7 @@ TEST_F(CharacterFaceTest, ManyChangesArePaintedTogether)
 {
     PaintCounter paints;
     face.installEventFilter(&paints);
+    face.setPace(16);
     face.show();
     QElapsedTimer timer;
     timer.start();
@@ -235,6 +244,69 @@ TEST_F(CharacterFaceTest, ManyChangesArePaintedTogether)
     while (timer.elapsed() < 5000 && paints.count == before)
         QCoreApplication::processEvents();
     EXPECT_GT(paints.count, before);
+}
+
+/// What of the shown face is painted because of `change`.
+QRegion PaintedBy(CharacterFace& face, const std::function<void()>& change)
+{
+    const auto settle = [&face] {
+        face.Refresh();
+        for (int turn = 0; turn < 5; ++turn)
+            QCoreApplication::processEvents();
+    };
+    face.show();
+    (void)QTest::qWaitForWindowExposed(&face);
+    settle();
+    PaintCounter paints;
+    face.installEventFilter(&paints);
+    change();
+    settle();
+    face.removeEventFilter(&paints);
+    return paints.painted;
+}
+
+TEST_F(CharacterFaceTest, OnlyTheCellsThatChangeArePainted)
+{
+    face.PutFitted("PC 00123", 1, 3, false);
+    const QRegion painted = PaintedBy(face, [this] { face.PutFitted("PC 00124", 1, 3, false); });
+    EXPECT_EQ(painted, QRegion(4 + 7 * 18, 50, 14, 20));
+}
+
+TEST_F(CharacterFaceTest, WhatStandsAsItDidIsNotPainted)
+{
+    face.PutFitted("PC 00123", 1, 3, false);
+    const QRegion painted = PaintedBy(face, [this] {
+        face.Clear();
+        face.PutFitted("PC 00123", 1, 3, false);
+    });
+    EXPECT_EQ(painted, QRegion());
+}
+
+TEST_F(CharacterFaceTest, WhatGoesIsPaintedOver)
+{
+    face.PutFitted("PC 00123", 1, 3, false);
+    const QRegion painted = PaintedBy(face, [this] {
+        face.Clear();
+        face.PutFitted("PC", 1, 3, false);
+    });
+    EXPECT_EQ(painted, QRegion(4 + 2 * 18, 50, 5 * 18 + 14, 20));
+}
+
+TEST_F(CharacterFaceTest, PaintingPartsMakesTheSamePictureAsPaintingAll)
+{
+    for (const int percent : {100, 125, 150, 175, 200}) {
+        face.ratio = percent / 100.0;
+        face.Clear();
+        face.PutFitted("PC 123456", 1, 3, false);
+        face.PutFitted("N:01 L=0", 1, 4, true);
+        face.Put(30, 130, 'X', false);
+        QPixmap parts(face.size() * face.ratio);
+        parts.setDevicePixelRatio(face.ratio);
+        parts.fill(Qt::red);
+        for (const QRect& part : {QRect(0, 0, 148, 60), QRect(0, 60, 70, 642), QRect(70, 60, 78, 642)})
+            face.render(&parts, part.topLeft(), part, QWidget::RenderFlags());
+        EXPECT_EQ(parts.toImage().convertToFormat(QImage::Format_RGB32), Picture()) << percent;
+    }
 }
 
 TEST_F(CharacterFaceTest, ScreenReadersAreToldTheText)

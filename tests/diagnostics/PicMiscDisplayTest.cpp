@@ -5,6 +5,7 @@
 #include <QContextMenuEvent>
 #include <QCoreApplication>
 #include <QMenu>
+#include <QScrollBar>
 #include <QTest>
 
 namespace fenrik {
@@ -53,6 +54,28 @@ TEST_F(PicMiscDisplayTest, ASmallerSystemGetsItsNodesBackOnScreen)
     nodesInSystem = 8;
     display.NodesChanged();
     EXPECT_TRUE(face.isVisible());
+}
+
+TEST_F(PicMiscDisplayTest, ABarStandsBesideThePictureWhenRowsInUseAreCutOff)
+{
+    constexpr int kWidth = 148;
+    const auto fit = [this](int nodes, int height) {
+        nodesInSystem = nodes;
+        display.NodesChanged();
+        display.resize(display.width(), height);
+        QCoreApplication::processEvents();
+    };
+    fit(13, 420);
+    EXPECT_FALSE(display.verticalScrollBar()->isVisible());
+    EXPECT_EQ(display.width(), kWidth);
+    fit(14, 420);
+    EXPECT_TRUE(display.verticalScrollBar()->isVisible());
+    EXPECT_GE(display.viewport()->width(), kWidth);
+    fit(14, 460);
+    EXPECT_FALSE(display.verticalScrollBar()->isVisible());
+    fit(32, 702);
+    EXPECT_FALSE(display.verticalScrollBar()->isVisible());
+    EXPECT_EQ(display.width(), kWidth);
 }
 
 TEST_F(PicMiscDisplayTest, OtherButtonsDoNotChangeThePicture)

@@ -5,7 +5,7 @@
 
 namespace fenrik {
 
-/// A scroll bar that is painted at most some 30 times a second while its values change by themselves. A style's bar is
+/// A scroll bar that is painted at most some 20 times a second while its values change by themselves. A style's bar is
 /// all gradients; painted for each line that comes in, it would cost more than the lines do. Value and range are
 /// always the true ones, and a bar that the user holds is painted at once.
 class CalmScrollBar : public QScrollBar {
@@ -27,7 +27,7 @@ protected:
     }
 
 private:
-    static constexpr int kPeriodMs = 33;
+    static constexpr int kPeriodMs = 50;
     QTimer mPainting;
 };
 
