@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <string>
 #include <thread>
 #include <vector>
 
@@ -123,16 +124,26 @@ void Connect(std::uint32_t window, const Copy& copy)
         throw NotMeasured("the tool does not connect");
 }
 
-void MeasureTraffic(QProcess& tool, QProcess& vehicle, const Copy& copy)
+void MeasureTraffic(QProcess& tool, QProcess& vehicle, const Copy& copy, const std::string& name)
 {
     Control(vehicle, "flood");
     std::this_thread::sleep_for(kSettling);
     const qint64 before = copy.LoggedFrames();
-    PrintFigure("FullRate/Tool", UsedWhile(tool, kWatched) / kWatched.count() * 100);
+    PrintFigure((name + "/Tool").c_str(), UsedWhile(tool, kWatched) / kWatched.count() * 100);
     const double rate = double(copy.LoggedFrames() - before) / kWatched.count();
-    PrintFigure("FullRate/Frames", rate);
+    PrintFigure((name + "/Frames").c_str(), rate);
     if (rate < kLeastRate)
         throw NotMeasured("the line was not full");
+    Control(vehicle, "flood off");
+}
+
+/// Mounts node 1, which sends its states by itself, and opens their view.
+void OpenStates(std::uint32_t window)
+{
+    Press(window, "ctrl+e");
+    std::this_thread::sleep_for(kSettling);
+    Press(window, "F8");
+    std::this_thread::sleep_for(kSettling);
 }
 
 void Measure()
@@ -150,7 +161,9 @@ void Measure()
     MeasureIdle(tool, display, copy);
     Connect(window, copy);
     PrintFigure("Quiet/Tool", UsedWhile(tool, kWatched) / kWatched.count() * 100);
-    MeasureTraffic(tool, vehicle, copy);
+    MeasureTraffic(tool, vehicle, copy, "FullRate");
+    OpenStates(window);
+    MeasureTraffic(tool, vehicle, copy, "States");
     End(tool);
     End(vehicle);
 }
