@@ -16,14 +16,15 @@ namespace {
 
 constexpr double kTickSeconds = 0.05;
 constexpr int kAcceptedInATurn = 64;
+constexpr int kTurnedAwayWithAWord = 16;  // connections of one address beyond its share
 
 Handle Spare()
 {
     return Handle(::open("/dev/null", O_RDONLY | O_CLOEXEC));
 }
 
-/// A dead client is noticed by the system's own probes after about two minutes; the protocol has none. The system
-/// keeps little of what a client doesn't read: the relay's own limit is meant to count.
+/// A dead client is noticed by the system, after one minute if something waits for it and two if not; the protocol has
+/// no probes. The system keeps little of what a client doesn't read: the relay's own limit is meant to count.
 void SetUp(const Handle& socket)
 {
     struct Option {
@@ -32,8 +33,9 @@ void SetUp(const Handle& socket)
         int value;
     };
     static constexpr Option kOptions[] = {
-        {IPPROTO_TCP, TCP_NODELAY, 1},    {SOL_SOCKET, SO_KEEPALIVE, 1}, {IPPROTO_TCP, TCP_KEEPIDLE, 60},
-        {IPPROTO_TCP, TCP_KEEPINTVL, 15}, {IPPROTO_TCP, TCP_KEEPCNT, 4}, {SOL_SOCKET, SO_SNDBUF, 65536},
+        {IPPROTO_TCP, TCP_NODELAY, 1},          {SOL_SOCKET, SO_KEEPALIVE, 1}, {IPPROTO_TCP, TCP_KEEPIDLE, 60},
+        {IPPROTO_TCP, TCP_KEEPINTVL, 15},       {IPPROTO_TCP, TCP_KEEPCNT, 4}, {SOL_SOCKET, SO_SNDBUF, 65536},
+        {IPPROTO_TCP, TCP_USER_TIMEOUT, 60000},
     };
     for (const auto& option : kOptions)
         ::setsockopt(socket.Get(), option.level, option.name, &option.value, sizeof option.value);
@@ -143,7 +145,10 @@ bool RelayServer::AcceptOne(int listener)
 
 void RelayServer::Welcome(Handle socket, const Address& address)
 {
-    if (mConnections.size() >= std::size_t(mLimits.Connections()))
+    const auto network = mOfNetwork.find(address.Network());
+    const int share = mLimits.usersPerAddress + kTurnedAwayWithAWord;
+    if (mConnections.size() >= std::size_t(mLimits.Connections()) ||
+        (network != mOfNetwork.end() && network->second >= share))
         return mLog.Line(mNow(), "client at " + address.Host() + " refused: too many connections");
     SetUp(socket);
     const int handle = socket.Get();

@@ -117,6 +117,18 @@ TEST_F(RelayTest, HoldsOnlySoManyConnectionsOfOneAddress)
     LogOn("Eve");
 }
 
+TEST_F(RelayTest, SaysNothingToAnAddressThatGoesOnConnecting)
+{
+    limits.usersPerAddress = 1;
+    auto ada = LogOn("Ada");
+    std::vector<RelayClient> clients;
+    for (int i = 0; i < 100; ++i)
+        clients.push_back(Connect());
+    EXPECT_THAT(clients.back().ReadToEnd(), IsEmpty());
+    EXPECT_LT(server->Connections(), 20u);
+    EXPECT_THAT(ada.ReadAll(), IsEmpty());
+}
+
 TEST_F(RelayTest, TurnsAwayWhoIsSilentBeforeTheLogon)
 {
     auto ada = LogOn("Ada");
