@@ -81,7 +81,8 @@ void TakeOutput(COutput& output, const QString& field, const QString& value)
 
 void TakeNodeField(CNode& node, const QString& field, const QString& value)
 {
-    if (field == QLatin1String("name"))
+    // A model that can't be read has a name too, but the tool has no way to learn it.
+    if (field == QLatin1String("name") && node.Refreshable())
         node.setName(value);
     else if (field == QLatin1String("version os"))
         TakeOsVersion(node, value);

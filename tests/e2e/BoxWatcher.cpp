@@ -5,6 +5,7 @@
 #include <QDialog>
 #include <QInputDialog>
 
+#include <algorithm>
 #include <utility>
 
 namespace fenrik {
@@ -26,10 +27,28 @@ QStringList BoxWatcher::Take()
     return std::exchange(mTexts, {});
 }
 
+bool BoxWatcher::IsWorked(QDialog* dialog)
+{
+    if (!dialog)
+        return false;
+    if (std::find(mWorked.begin(), mWorked.end(), dialog) != mWorked.end())
+        return true;
+    if (mWorks.empty() || mWorks.front().name != dialog->objectName())
+        return false;
+    mWorked.emplace_back(dialog);
+    const auto work = mWorks.front().work;
+    mWorks.pop_front();
+    // Not from here: the timer does not fire again inside its own handler, and the work may open further dialogs.
+    QTimer::singleShot(0, dialog, [work, dialog] { work(*dialog); });
+    return true;
+}
+
 void BoxWatcher::Look()
 {
     QWidget* open = QApplication::activeModalWidget();
     if (open && mLeft.contains(open->objectName()))
+        return;
+    if (IsWorked(qobject_cast<QDialog*>(open)))
         return;
     auto* box = qobject_cast<QMessageBox*>(open);
     if (box && !mAnswers.empty()) {

@@ -2,10 +2,13 @@
 
 #include <QMessageBox>
 #include <QObject>
+#include <QPointer>
 #include <QStringList>
 #include <QTimer>
 
 #include <deque>
+#include <functional>
+#include <vector>
 
 namespace fenrik {
 
@@ -18,23 +21,34 @@ public:
     /// Presses `button` of the next message box that nobody has answered so far; it counts as expected.
     void AnswerNext(QMessageBox::StandardButton button) { mAnswers.push_back(button); }
 
+    /// Enters `text` into the next input box; it counts as expected.
+    void EnterNext(const QString& text) { mInputs.push_back(text); }
+
     /// Windows of that name are the test's to work and to close.
     void LeaveAlone(const QString& name) { mLeft.append(name); }
 
-    /// Enters `text` into the next input box; it counts as expected.
-    void EnterNext(const QString& text) { mInputs.push_back(text); }
+    /// Does `work` on the next dialog of that object name, which it leaves closed; the dialog counts as expected.
+    void WorkNext(const QString& name, const std::function<void(QDialog&)>& work) { mWorks.push_back({name, work}); }
 
     /// The texts since the last call.
     [[nodiscard]] QStringList Take();
 
 private:
+    struct Work {
+        QString name;
+        std::function<void(QDialog&)> work;
+    };
+
     void Look();
+    [[nodiscard]] bool IsWorked(QDialog* dialog);
 
     QTimer mTimer;
     QStringList mTexts;
     QStringList mLeft;
     std::deque<QMessageBox::StandardButton> mAnswers;
     std::deque<QString> mInputs;
+    std::deque<Work> mWorks;
+    std::vector<QPointer<QDialog>> mWorked;
 };
 
 }  // namespace fenrik
