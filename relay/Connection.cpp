@@ -39,7 +39,13 @@ void Connection::Receive(Exchange& exchange, double now)
     if (mEnding)
         return;
     mIntake.Append({buffer.data(), std::size_t(got)});
+    GoOn(exchange, now);
+}
+
+void Connection::GoOn(Exchange& exchange, double now)
+{
     mIntake.Work(mUser, exchange, now);
+    Touch();
 }
 
 void Connection::Send(PipeFrameType type, std::string_view body)

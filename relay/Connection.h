@@ -10,9 +10,9 @@ namespace fenrik {
 
 /// The socket of one client, the frames that come from it and those that wait to leave.
 ///
-/// What is sent only joins the queue, and the connection joins the list `touched` that it was given; the server writes
-/// at the end of its turn, so that frames of the same turn leave together. A connection that ended, or whose client
-/// reads too slowly, stays an object until the server takes it away.
+/// What is sent only joins the queue, and a connection to which anything happens joins the list `touched` that it was
+/// given; the server writes at the end of its turn, so that frames of the same turn leave together. A connection that
+/// ended, or whose client reads too slowly, stays an object until the server takes it away.
 class Connection final : private UserLine {
 public:
     /// `limits` and `touched` outlive the connection.
@@ -27,7 +27,7 @@ public:
     void Receive(Exchange& exchange, double now);
 
     /// Has `exchange` handle what had to wait.
-    void GoOn(Exchange& exchange, double now) { mIntake.Work(mUser, exchange, now); }
+    void GoOn(Exchange& exchange, double now);
 
     /// Writes as much as the socket takes.
     void Flush(double now);

@@ -114,7 +114,6 @@ void RelayServer::Dispatch(const epoll_event& event)
         }
         if ((event.events & ~unsigned(EPOLLOUT)) != 0 && !connection.Gone())
             connection.Receive(mExchange, mNow());
-        Settle(connection);
     } else if (const auto watched = mWatched.find(handle); watched != mWatched.end()) {
         watched->second();
     } else {
@@ -184,7 +183,6 @@ void RelayServer::Tick()
             continue;
         mTimed = true;
         connection->Tick(mExchange, now);
-        Settle(*connection);
     }
 }
 

@@ -5,6 +5,7 @@
 #include <chrono>
 #include <gtest/gtest.h>
 #include <netinet/in.h>
+#include <netinet/tcp.h>
 #include <sys/socket.h>
 
 namespace fenrik {
@@ -28,6 +29,8 @@ RelayClient::RelayClient(const std::string& address, Turn turn, int receiveBuffe
     if (receiveBuffer > 0)
         ::setsockopt(mSocket.Get(), SOL_SOCKET, SO_RCVBUF, &receiveBuffer, sizeof receiveBuffer);
     EXPECT_TRUE(parsed.Connect(mSocket)) << address;
+    const int on = 1;
+    ::setsockopt(mSocket.Get(), IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
 }
 
 void RelayClient::SendBytes(std::string_view bytes)
