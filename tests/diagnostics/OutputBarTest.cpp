@@ -43,7 +43,8 @@ TEST(OutputBar, LargeFontWidensTheButtons)
     font.setPixelSize(40);
     bar.setFont(font);
     for (const QToolButton* button : bar.findChildren<QToolButton*>())
-        EXPECT_GT(button->width(), button->fontMetrics().horizontalAdvance(button->text())) << qPrintable(button->text());
+        EXPECT_GT(button->width(), button->fontMetrics().horizontalAdvance(button->text()))
+            << qPrintable(button->text());
 }
 
 TEST(OutputBar, FewerButtonsLeaveNoneOfTheOldOnesBehind)
