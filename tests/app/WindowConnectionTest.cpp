@@ -49,6 +49,7 @@ TEST_F(WindowConnectionTest, TheTrafficIsNamedListedAndLogged)
     StartAndConnect();
     vehicle.Send({12, true, false, 258});
     ASSERT_TRUE(Until([this] { return Lines().contains("Rear Fog Lamps"); }));
+    Window().MessageList().ShowNews();
     EXPECT_EQ(Window().MessageList().SelectedRow(), Window().Messages().rowCount() - 1) << "the list follows";
 
     const QDir logs(ProgramFile("diaglogs"));
