@@ -102,6 +102,13 @@ TEST(RelayAddress, CountsAnIpv6NetworkAsOneAndIpv4AddressesOneByOne)
     EXPECT_EQ(network("[::ffff:10.0.0.1]:1"), network("10.0.0.1:2"));
 }
 
+TEST(RelayAddress, OfBothKindsCanHaveTheSamePort)
+{
+    const auto every = Address::Parse("0.0.0.0:0").Listen();
+    const auto port = Address::OfSocket(every).Text().substr(sizeof "0.0.0.0");
+    EXPECT_TRUE(Address::Parse("[::]:" + port).Listen().Valid());
+}
+
 TEST(RelayAddress, ThatIsTakenCannotBeListenedTo)
 {
     const auto first = Address::Parse("127.0.0.1:0").Listen();

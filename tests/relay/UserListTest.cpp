@@ -127,8 +127,10 @@ TEST_F(Announcements, KeepAPauseBetweenThem)
     EXPECT_THAT(watcher->ReadAll(), ElementsAre(HasType(frameUserListChanged)));
     (void)FetchList(*watcher);
     const auto bob = LogOn("Bob");
+    now += 0.15;
+    server->Turn(0);
     EXPECT_THAT(watcher->ReadAll(), IsEmpty());
-    now += 0.3;
+    now += 0.15;
     server->Turn(0);
     EXPECT_THAT(watcher->ReadAll(), ElementsAre(HasType(frameUserListChanged)));
 }
