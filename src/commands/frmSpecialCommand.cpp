@@ -105,10 +105,8 @@ void frmSpecialCommand::EnableInput()
 
 void frmSpecialCommand::ChooseItem(std::int32_t code)
 {
-    const QString earlier = mMessage.SelectedName();
     mMessage.Select(code);
-    if (mMessage.SelectedName() != earlier)
-        ShowSpecifics();
+    ShowSpecifics();
     EnableInput();
 }
 

@@ -166,6 +166,25 @@ TEST_F(SpecialWindow, SendsWhatIsChosen)
     EXPECT_EQ(host.shown.size(), 1u);
 }
 
+TEST_F(SpecialWindow, ANameChosenAgainShowsAndSendsItsFirstItem)
+{
+    Open(Of(0x0306, 0));
+    ASSERT_EQ(List("cmbState").currentText(), "<default>");
+    Q_EMIT List("cmbName").activated(List("cmbName").currentIndex());
+    EXPECT_EQ(List("cmbState").currentText(), "Open");
+    Click("bSend");
+    EXPECT_THAT(sent, ElementsAre("930 1 774"));
+}
+
+TEST_F(SpecialWindow, AHintGoesWithItsItem)
+{
+    Open(Of(0x0307));
+    ASSERT_EQ(Find<QLabel>("lblHint").text(), "Sent by the node");
+    Choose("cmbState");
+    EXPECT_EQ(List("cmbState").currentText(), "Open");
+    EXPECT_FALSE(Find<QLabel>("lblHint").isVisible());
+}
+
 TEST_F(SpecialWindow, SendsTheItemBehindAName)
 {
     Open(Of(0x0305));
