@@ -67,8 +67,10 @@ void DiagScript::RunLine(const QString& line)
             throw Error(ErrorNumber::kTypeMismatch, QStringLiteral("The line is too long"));
         Execute(ParseDiagScriptLine(line));
     } catch (const Error& error) {
-        throw Error(error.Number(),
-                    QStringLiteral("%1. Script line %2: %3").arg(error.Description()).arg(mLine).arg(Shown(line)));
+        // In one go: both texts may hold what looks like a place for the next one.
+        throw Error(
+            error.Number(),
+            QStringLiteral("%1. Script line %2: %3").arg(error.Description(), QString::number(mLine), Shown(line)));
     }
 }
 

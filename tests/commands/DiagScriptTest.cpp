@@ -128,6 +128,7 @@ INSTANTIATE_TEST_SUITE_P(
         ErrorRow{"0x80,1,0,0", ErrorNumber::kTypeMismatch}, ErrorRow{",1,0,0", ErrorNumber::kTypeMismatch},
         ErrorRow{"nan,1,0,0", ErrorNumber::kTypeMismatch}, ErrorRow{"128,On,0,0", ErrorNumber::kTypeMismatch},
         ErrorRow{"128,1,,0", ErrorNumber::kTypeMismatch},
+        ErrorRow{"%1,%2,%3,5", ErrorNumber::kTypeMismatch},    // no places for other texts
         ErrorRow{"128,1,0,0X10", ErrorNumber::kTypeMismatch},  // only a small x makes it hexadecimal
         ErrorRow{"128,1,0,0x", ErrorNumber::kTypeMismatch}, ErrorRow{"128,1,0,-5", ErrorNumber::kTypeMismatch},
         ErrorRow{"128,1,0, 16", ErrorNumber::kTypeMismatch},  // nothing is trimmed
@@ -275,6 +276,11 @@ TEST_F(DiagScriptTest, TheEndOfTheProgramEndsTheScript)
     host.onSend = [this] { pump.Stop(); };
     EXPECT_FALSE(Run("1,1,0,5\nsleep,60000\n2,1,0,5\n"));
     EXPECT_THAT(host.sent, SizeIs(1));
+}
+
+TEST_F(DiagScriptTest, TheTextOfAnErrorIsToldAsItStands)
+{
+    EXPECT_EQ(ErrorOf("%1,1,0,5\n").Description(), "Type mismatch: \"%1\" is no number. Script line 1: %1,1,0,5");
 }
 
 TEST_F(DiagScriptTest, AnErrorOfTheComposerEndsTheScriptToo)
