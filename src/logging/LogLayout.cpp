@@ -37,6 +37,13 @@ QString Rule(int hyphens)
     return QString(hyphens, QLatin1Char('-'));
 }
 
+/// The shortest text of a number, without the zero before a point.
+QString Number(float value)
+{
+    QString text = QString::number(double(value), 'g', kDigitsOfSingle);
+    return text.startsWith(QLatin1String("0.")) ? text.mid(1) : text;
+}
+
 QString Printed(const QString& number)
 {
     return (number.startsWith(QLatin1Char('-')) ? QString() : QStringLiteral(" ")) + number + QLatin1Char(' ');
@@ -107,10 +114,10 @@ QStringList LogLayout::Header98(std::optional<int> trigger, const QString& conne
 
 QString LogLayout::Line98(const CMessage98& entry)
 {
-    const QString time = QString::number(double(entry.TimeStamp), 'g', kDigitsOfSingle);
-    return InColumns<kFields98>(
-        kColumns98, {Printed(QString::number(entry.Node)), entry.Name.left(WidthOf(kColumns98, 1)),
-                     Printed(QString::number(entry.data)), entry.Desc.left(WidthOf(kColumns98, 3)), Printed(time)});
+    return InColumns<kFields98>(kColumns98,
+                                {Printed(QString::number(entry.Node)), entry.Name.left(WidthOf(kColumns98, 1)),
+                                 Printed(QString::number(entry.data)), entry.Desc.left(WidthOf(kColumns98, 3)),
+                                 Printed(Number(entry.TimeStamp))});
 }
 
 QString LogLayout::GeneralDate(Moment moment, const QLocale& locale)

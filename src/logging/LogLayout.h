@@ -16,7 +16,7 @@ struct CMessage98;
 
 /// How the two logs look. Columns are counted from 1; what lies between two fields is blank, and a text that is longer
 /// than its column is cut, so that the columns hold. Numbers marked "printed" stand between two blanks, " 1 "; the
-/// first is the place of a minus.
+/// first is the place of a minus; a fraction stands without a zero before its point, " .5 ".
 ///
 ///   Fenrik 2000                              Fenrik 98
 ///   1   name of the command, 27 wide         1   node, printed

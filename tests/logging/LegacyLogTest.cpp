@@ -76,8 +76,13 @@ struct TimeRow {
 
 TEST_F(LegacyLog, TheTimeIsAPlainNumberOfSinglePrecision)
 {
-    constexpr TimeRow kRows[] = {
-        {0, " 0 "}, {60, " 60 "}, {0.5, " 0.5 "}, {86399.99, " 86399.99 "}, {32707.254, " 32707.25 "}};
+    constexpr TimeRow kRows[] = {{0, " 0 "},
+                                 {60, " 60 "},
+                                 {0.5, " .5 "},
+                                 {0.05, " .05 "},
+                                 {1.5, " 1.5 "},
+                                 {86399.99, " 86399.99 "},
+                                 {32707.254, " 32707.25 "}};
     for (const TimeRow& row : kRows) {
         clock.SetTimer(row.seconds);
         log.LogEntry98(0, "", 0, "");
