@@ -138,6 +138,11 @@ void CNode::LoadSystemDatabase(const QString& Path)
     NodeTable(*this, Link() ? &Link()->boxes : nullptr).Load(Path);
 }
 
+void CNode::LoadSystemDatabase(Database& database)
+{
+    NodeTable(*this, Link() ? &Link()->boxes : nullptr).Load(database);
+}
+
 SaveResult CNode::MakeSystemDatabase(Database& database)
 {
     return NodeTable(*this, Link() ? &Link()->boxes : nullptr).Make(database);

@@ -153,6 +153,7 @@ public:
 
     /// Takes over what the saved system in the file `Path` has of this node; writes the node there. See NodeTable.
     void LoadSystemDatabase(const QString& Path);
+    void LoadSystemDatabase(Database& database);
     [[nodiscard]] SaveResult MakeSystemDatabase(const QString& Path);
     [[nodiscard]] SaveResult MakeSystemDatabase(Database& database);
 

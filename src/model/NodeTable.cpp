@@ -76,18 +76,26 @@ void NodeTable::WriteRows(Recordset& rows) const
 void NodeTable::Load(const QString& path)
 {
     try {
-        ReadTable(path);
+        ReadTable(*Database::OpenDatabase(path, false, true));
     } catch (const Error&) {
         TellLoadFailure();
     }
 }
 
-void NodeTable::ReadTable(const QString& path)
+void NodeTable::Load(Database& database)
 {
-    const auto database = Database::OpenDatabase(path, false, true);
-    if (!PropertyRows::HasTable(*database, mNode.key()))
+    try {
+        ReadTable(database);
+    } catch (const Error&) {
+        TellLoadFailure();
+    }
+}
+
+void NodeTable::ReadTable(Database& database)
+{
+    if (!PropertyRows::HasTable(database, mNode.key()))
         return;
-    const auto rows = database->OpenRecordset(QStringLiteral("SELECT * FROM [%1]").arg(mNode.key()));
+    const auto rows = database.OpenRecordset(QStringLiteral("SELECT * FROM [%1]").arg(mNode.key()));
     ReadNode(*rows);
 }
 

@@ -43,10 +43,13 @@ public:
     /// be read does, too, and the user is told once.
     void Load(const QString& path);
 
+    /// The same from an open database.
+    void Load(Database& database);
+
 private:
     void Write(Database& database) const;
     void WriteRows(Recordset& rows) const;
-    void ReadTable(const QString& path);
+    void ReadTable(Database& database);
     void ReadNode(Recordset& rows);
     void ReadPoints(Recordset& rows);
     void TellLoadFailure();

@@ -108,7 +108,7 @@ void SystemDatabase::Load(const QString& path, std::uint8_t& nodesInSystem, bool
     if (!database || quickie)
         return;
     for (int position = 1; position <= mSystem.NodesInSystem(); ++position)
-        mSystem.Nodes()[position].LoadSystemDatabase(path);
+        mSystem.Nodes()[position].LoadSystemDatabase(*database);
 }
 
 std::unique_ptr<Database> SystemDatabase::Open(const QString& path)

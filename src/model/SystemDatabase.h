@@ -34,7 +34,7 @@ public:
     [[nodiscard]] bool Make(const QString& path, const QString& defaultPath);
 
     /// Adds nodes up to the file's count, which `nodesInSystem` goes up to, and, unless `quickie`, lets every node take
-    /// what the file has of it.
+    /// what the file has of it. The file is opened once for all of them, since a Jet file is read whole each time.
     void Load(const QString& path, std::uint8_t& nodesInSystem, bool quickie);
 
 private:

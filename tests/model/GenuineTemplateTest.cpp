@@ -42,5 +42,40 @@ TEST_F(GenuineTemplateTest, AsTheTargetIsReadAndNotWritten)
     EXPECT_TRUE(BytesOf(File("Bus.dav")) == genuine);
 }
 
+TEST_F(GenuineTemplateTest, AsASystemGivesWhatItHasOfItsNodes)
+{
+    using Rows = std::vector<JetFileWriter::Row>;
+    const std::vector<JetFileWriter::Column> columns{{"PropertyName", JetType::kText},
+                                                     {"PropertyValue", JetType::kText}};
+    JetFileWriter writer(JetFileWriter::Version::kJet4);
+    writer.AddTable("SystemInfo", columns, Rows{{"Node Count", "4"}, {"Version", "1.7"}});
+    writer.AddTable("Node 2", columns,
+                    Rows{{"Node Name", "Rear"},
+                         {"Node Type", "2"},
+                         {"Node Major Version", "3"},
+                         {"Node Minor Version", "14"},
+                         {"@Input 1", {}},
+                         {"Input Name", "Tür „hinten“"},
+                         {"On State", "18"},
+                         {"@END", {}},
+                         {"@Output 1", {}},
+                         {"Output Name", "Horn"},
+                         {"In Use", "1"},
+                         {"Relationships", QString::fromLatin1("\xFE\x01\xFF\xFF")},
+                         {"@END", {}}});
+    writer.AddTable("Node 4", columns, Rows{{"Node Name", "Roof"}, {"Node Type", "254"}});
+    MakeFile(File("Bus.dav"), writer.Bytes());
+    Load();
+    EXPECT_TRUE(boxes.boxes.empty());
+    ASSERT_EQ(system.NodesInSystem(), 4);
+    EXPECT_EQ(Node(2).Name(), "Rear");
+    EXPECT_EQ(Node(2).osMinVersion(), 14);
+    EXPECT_EQ(Input(1).Name(), "Tür „hinten“");
+    EXPECT_EQ(Input(1).OnState(), 18);
+    EXPECT_EQ(Output(1).RPN(), QByteArray::fromHex("FE01FFFF"));
+    EXPECT_EQ(Node(4).Name(), "Roof");
+    EXPECT_EQ(Node(4).Outputs(), 0);
+}
+
 }  // namespace
 }  // namespace fenrik

@@ -108,6 +108,30 @@ TEST_F(LoadFailureTest, ANodeWithoutATableKeepsWhatItHasInSilence)
     EXPECT_THAT(boxes.boxes, IsEmpty());
 }
 
+// A box lasts as long as the user likes. What he does to the file meanwhile costs the nodes behind it nothing.
+TEST_F(LoadFailureTest, AFileThatGoesAwayBehindTheFirstNodesBoxIsReadToItsEnd)
+{
+    struct RemovingBoxes : BoxRecorder {
+        Button MsgBox(const QString& text, QMessageBox::Icon icon, Buttons buttons, const QString& title) override
+        {
+            QFile::remove(path);
+            return BoxRecorder::MsgBox(text, icon, buttons, title);
+        }
+        QString path;
+    };
+    SaveLearnt();
+    Change({"DROP TABLE [Node 1]", "CREATE TABLE [Node 1] (Other TEXT)"});
+    RemovingBoxes removing;
+    removing.path = File("Bus.dav");
+    const NodeLink other{handler, pump, commands, removing, errors, nullptr};
+    system.setLink(&other);
+    Load();
+    EXPECT_FALSE(QFile::exists(removing.path));
+    EXPECT_THAT(removing.boxes, SizeIs(1));
+    EXPECT_EQ(Node(2).Name(), "Rear");
+    system.setLink(&link);
+}
+
 TEST_F(LoadFailureTest, ATableWithoutTheColumnsIsTold)
 {
     SaveLearnt();
