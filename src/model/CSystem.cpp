@@ -1,11 +1,11 @@
 #include "model/CSystem.h"
 
+#include "catalogue/SystemList.h"
 #include "model/NodeLink.h"
 #include "model/SavePrompt.h"
 #include "model/SystemDatabase.h"
 #include "model/SystemFiles.h"
 #include "model/SystemName.h"
-#include "platform/CFileSystem.h"
 #include "shared/ErrorReporter.h"
 #include "shared/Settings.h"
 
@@ -170,8 +170,7 @@ void CSystem::LoadSystem(const QString& SystemName, const QString& PathOnly, boo
     PlaceNodes(files.Nodes(), count);
     mName = SystemName;
     mPath = folder;
-    const QString database = folder + SystemName + QLatin1String(SystemName::kExtension);
-    if (CFileSystem::FileExists(database)) {
+    if (const QString database = FindSystemDatabase(folder, SystemName); !database.isEmpty()) {
         mDatabase = database;
         auto nodesInSystem = std::uint8_t(std::min(count, 255));
         LoadSystemDatabase(database, nodesInSystem, Quickie);
@@ -201,10 +200,10 @@ bool CSystem::SaveSystem(std::int32_t& Response)
 
 bool CSystem::MakeSystemDatabase(const QString& Name)
 {
-    const QLatin1String extension(SystemName::kExtension);
-    const QString file = Name.endsWith(extension) ? Name : Name + extension;
     const QString folder = WithSeparator(mProgramFolder);
-    return SystemDatabase(*this, UserBoxes()).Make(folder + file, folder + QStringLiteral("ncCommand.dav"));
+    const QString present = FindSystemDatabase(folder, Name);
+    const QString path = present.isEmpty() ? folder + Name + QLatin1String(SystemName::kExtension) : present;
+    return SystemDatabase(*this, UserBoxes()).Make(path, folder + QStringLiteral("ncCommand.dav"));
 }
 
 void CSystem::TakeSavedName(const QString& name)

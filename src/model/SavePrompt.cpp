@@ -25,7 +25,9 @@ QString SavePrompt::AskName(const QString& present)
     const QString entered = mBoxes.InputBox(QStringLiteral("Please enter a system Name:"), title, present);
     // Without it the system would be looked for under another name than its file's.
     const QLatin1String extension(SystemName::kExtension);
-    const QString name = entered.endsWith(extension, Qt::CaseInsensitive) ? entered.chopped(extension.size()) : entered;
+    QString name = entered;
+    while (name.endsWith(extension, Qt::CaseInsensitive))
+        name.chop(extension.size());
     const bool unchanged = !present.isEmpty() && name == present;
     if (entered.isEmpty() || unchanged || SystemName::IsUsable(name, mFolder))
         return name;

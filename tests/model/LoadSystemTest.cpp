@@ -102,6 +102,16 @@ TEST_F(LoadSystemTest, UsesTheSystemsOwnDatabaseIfThereIsOne)
     EXPECT_EQ(system.Database(), File(QStringLiteral("Bus.dav")));
 }
 
+TEST_F(LoadSystemTest, FindsADatabaseOfAnOldDiskWithItsExtensionInCapitals)
+{
+    MakeFile(File(QStringLiteral("Bus.DAV")), "x");
+    Load();
+    EXPECT_EQ(system.Database(), File(QStringLiteral("Bus.DAV")));
+    MakeFile(File(QStringLiteral("Bus.dav")), "x");
+    Load();
+    EXPECT_EQ(system.Database(), File(QStringLiteral("Bus.dav")));
+}
+
 TEST_F(LoadSystemTest, LeavesOutFilesThatAreNoImages)
 {
     MakeImage(QStringLiteral("Bus_Node 1.bin"), 1, 2);

@@ -117,10 +117,25 @@ TEST_F(SaveSystemTest, UnderThePresentNameRunsNoCheckAndOverwritesTheTables)
 
 TEST_F(SaveSystemTest, TakesANameWithItsExtensionAsTheOneWithout)
 {
-    EXPECT_TRUE(Save("Bus.DAV"));
-    EXPECT_EQ(settings.SystemName, "Bus");
-    EXPECT_THAT(owner.calls, ElementsAre("SystemSaved Bus"));
-    EXPECT_THAT(Files(), ElementsAre("Bus.dav", "ncCommand.dav"));
+    for (const char* name : {"Bus.DAV", "Bus.dav", "Bus.dav.dav"}) {
+        EXPECT_TRUE(Save(name));
+        EXPECT_EQ(settings.SystemName, "Bus") << name;
+        EXPECT_THAT(owner.calls, ElementsAre("SystemSaved Bus")) << name;
+        EXPECT_THAT(Files(), ElementsAre("Bus.dav", "ncCommand.dav")) << name;
+        owner.calls.clear();
+    }
+}
+
+TEST_F(SaveSystemTest, AFileOfAnOldDiskWithItsExtensionInCapitalsKeepsItsCommands)
+{
+    MakeDatabase(File("BUS.DAV"), QStringList(kDefault) << "UPDATE Commands SET Name = 'Bell'");
+    Load("BUS");
+    LearnNode2();
+    EXPECT_TRUE(Save("BUS"));
+    EXPECT_THAT(Files(), ElementsAre("BUS.DAV", "ncCommand.dav"));
+    EXPECT_THAT(Rows("Node 2", "BUS.DAV"), Contains("Node Name=Rear"));
+    const auto database = Database::OpenDatabase(File("BUS.DAV"), false, true);
+    EXPECT_EQ(database->OpenRecordset("Commands")->Fields("Name").toString(), "Bell");
 }
 
 TEST_F(SaveSystemTest, IntoAFolderThatCantBeWrittenRefusesTheName)
