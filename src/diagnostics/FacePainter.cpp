@@ -75,9 +75,8 @@ void FacePainter::DrawGlyph(QPoint corner, std::uint8_t code, bool dim)
 
 void FacePainter::Copy(QPoint place, int width, std::uint8_t code, bool dim)
 {
-    constexpr int kPerRow = GlyphAtlas::kPerRow;
-    const QRect source(code % kPerRow * mGlyphs.pitch, code / kPerRow * mGlyphs.glyph.height(), width,
-                       mGlyphs.glyph.height());
+    const int height = mGlyphs.glyph.height();
+    const QRect source(0, code * height, width, height);
     mPainter.drawImage(QPoint(Pixels(place.x()), Pixels(place.y())), dim ? mGlyphs.dim : mGlyphs.bright, source);
 }
 

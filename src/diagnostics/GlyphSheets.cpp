@@ -12,7 +12,6 @@ namespace fenrik {
 
 namespace {
 
-constexpr int kPerRow = GlyphAtlas::kPerRow;
 constexpr int kSheetPercents[] = {100, 150, 200};
 
 int SheetFor(double ratio)
@@ -30,7 +29,7 @@ QImage Sheet(const char* name, int percent)
 
 QImage CutGlyphs(const QImage& sheet, double sheetScale, const AsciiMap& map, QSize glyph, int pitch)
 {
-    QImage cut(pitch * kPerRow, glyph.height() * kPerRow, QImage::Format_RGB32);
+    QImage cut(pitch, glyph.height() * int(map.entries.size()), QImage::Format_RGB32);
     cut.fill(Glass::kGround);
     QPainter painter(&cut);
     const QSize source(qRound(Glass::kGlyphWidth * sheetScale), qRound(Glass::kGlyphHeight * sheetScale));
@@ -41,7 +40,7 @@ QImage CutGlyphs(const QImage& sheet, double sheetScale, const AsciiMap& map, QS
         QImage picture = sheet.copy(QRect(corner, source));
         if (source != glyph)
             picture = picture.scaled(glyph, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-        painter.drawImage(code % kPerRow * pitch, code / kPerRow * glyph.height(), picture);
+        painter.drawImage(0, code * glyph.height(), picture);
     }
     return cut;
 }
