@@ -305,5 +305,16 @@ TEST_F(DatabaseOptions, ALongPathLeavesTheDialogItsWidth)
     EXPECT_EQ(dialog->minimumSizeHint().width(), width);
 }
 
+TEST_F(DatabaseOptions, AtTheSmallestSizeTheMarketsTitleIsStillWhole)
+{
+    Open();
+    dialog->resize(dialog->minimumSizeHint());
+    const auto& title = Find<QLabel>("lblTitle");
+    ASSERT_TRUE(QTest::qWaitFor([this] { return dialog->width() <= dialog->minimumSizeHint().width(); }));
+    const QRect text = title.fontMetrics().boundingRect(title.contentsRect(), Qt::TextWordWrap, title.text());
+    EXPECT_LE(text.height(), title.contentsRect().height());
+    EXPECT_LE(text.width(), title.contentsRect().width());
+}
+
 }  // namespace
 }  // namespace fenrik
