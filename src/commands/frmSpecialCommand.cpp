@@ -136,6 +136,8 @@ void frmSpecialCommand::Send()
     mSending = false;
     unsetCursor();
     EnableInput();
+    if (mUi->bCancel->hasFocus())
+        mUi->bSend->setFocus();  // sending took it from whatever had it, and left only the way out
     if (mClosed)
         PutMountBack();
 }

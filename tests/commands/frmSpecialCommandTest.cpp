@@ -212,6 +212,18 @@ TEST_F(SpecialWindow, EnterInTheNodeSendsWithIt)
     EXPECT_THAT(sent, ElementsAre("930 0 1541"));
 }
 
+TEST_F(SpecialWindow, AfterSendingIsReadyToSendAgain)
+{
+    Open(Of(0x0305));
+    window->activateWindow();
+    TypeNode("4");
+    QTest::keyClick(List("cmbNode").lineEdit(), Qt::Key_Return);
+    ASSERT_THAT(sent, SizeIs(1));
+    EXPECT_EQ(window->focusWidget(), &Find<QPushButton>("bSend"));
+    QTest::keyClick(window->focusWidget(), Qt::Key_Space);
+    EXPECT_THAT(sent, SizeIs(2));
+}
+
 TEST_F(SpecialWindow, TakesDigitsOnlyForANode)
 {
     boxes.answers = {QMessageBox::No};
