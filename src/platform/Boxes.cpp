@@ -6,11 +6,14 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QInputDialog>
+#include <QLineEdit>
 #include <QRegularExpression>
 
 namespace fenrik {
 
 namespace {
+
+constexpr int kInputBoxCharacters = 50;
 
 QString TitleOrDefault(const QString& title)
 {
@@ -44,6 +47,9 @@ QString Boxes::InputBox(const QString& prompt, const QString& title, const QStri
     box.setWindowTitle(TitleOrDefault(title));
     box.setLabelText(prompt);
     box.setTextValue(defaultText);
+    // Left to itself it is as wide as its prompt, which may be less than the title or a name takes. The box sets its
+    // own smallest size from what is in it.
+    box.findChild<QLineEdit*>()->setMinimumWidth(box.fontMetrics().averageCharWidth() * kInputBoxCharacters);
     return box.exec() == QDialog::Accepted ? box.textValue() : QString();
 }
 

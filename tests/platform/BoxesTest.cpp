@@ -78,6 +78,20 @@ TEST(Boxes, AnInputBoxGivesTheTextEntered)
     EXPECT_EQ(Boxes().InputBox("Name?", {}, "before"), QStringLiteral("after"));
 }
 
+TEST(Boxes, AnInputBoxHasRoomForItsTitleAndAName)
+{
+    const QString title = QStringLiteral("Save System Information");
+    Answer<QInputDialog>([&title](QInputDialog& box) {
+        QFont bold = box.font();
+        bold.setBold(true);
+        const int buttonsOfTheFrame = 4 * box.fontMetrics().height();
+        EXPECT_GE(box.width(), QFontMetrics(bold).horizontalAdvance(title) + buttonsOfTheFrame);
+        EXPECT_GE(box.findChild<QLineEdit*>()->width(), box.fontMetrics().averageCharWidth() * 40);
+        box.reject();
+    });
+    EXPECT_EQ(Boxes().InputBox("Name?", title, {}), QString());
+}
+
 TEST(Boxes, ACancelledInputBoxGivesNoText)
 {
     Answer<QInputDialog>([](QInputDialog& box) { box.reject(); });
