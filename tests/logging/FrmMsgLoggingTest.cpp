@@ -87,6 +87,28 @@ TEST_F(FrmMsgLoggingTest, TheOlderNetworkShowsTheEventToo)
     EXPECT_EQ(Text("TxtTrigger").text(), "77");
 }
 
+TEST_F(FrmMsgLoggingTest, ALargeFontTakesTheRoomThatItNeeds)
+{
+    const QFont usual = QApplication::font();
+    QFont large = usual;
+    large.setPointSizeF(3 * usual.pointSizeF());
+    QApplication::setFont(large);
+    for (const char* protocol : {"Fenrik 2000", Settings::kLegacyProtocol}) {
+        Open(protocol);
+        QCoreApplication::processEvents();
+        for (const QWidget* widget : dialog->findChildren<QWidget*>()) {
+            if (!widget->isVisible() || widget->objectName().isEmpty())
+                continue;
+            const QRect place(widget->mapTo(dialog.get(), QPoint()), widget->size());
+            EXPECT_TRUE(dialog->rect().contains(place)) << protocol << widget->objectName().toStdString();
+            EXPECT_GE(widget->height(), widget->minimumSizeHint().height()) << widget->objectName().toStdString();
+            EXPECT_GE(widget->width(), widget->minimumSizeHint().width()) << widget->objectName().toStdString();
+        }
+    }
+    EXPECT_GT(dialog->height(), 254);
+    QApplication::setFont(usual);
+}
+
 TEST_F(FrmMsgLoggingTest, TheCaptionsAreTheGivenOnes)
 {
     Open98();
