@@ -37,7 +37,11 @@ frmRemoteSettings::frmRemoteSettings(const CPipeProfiles& profiles, int selected
     RefreshList(selected - 1);
 }
 
-frmRemoteSettings::~frmRemoteSettings() = default;
+frmRemoteSettings::~frmRemoteSettings()
+{
+    // A row that is still being edited would be renamed when the list goes, after the profiles are gone.
+    mUi->lstProfiles->disconnect(this);
+}
 
 void frmRemoteSettings::SetUpBoxes()
 {
@@ -51,7 +55,7 @@ void frmRemoteSettings::SetUpBoxes()
 
 void frmRemoteSettings::SetUpActions()
 {
-    connect(mUi->lstProfiles, &QListWidget::currentRowChanged, this, &frmRemoteSettings::ShowProfile);
+    connect(mUi->lstProfiles, &QListWidget::itemSelectionChanged, this, &frmRemoteSettings::ShowProfile);
     connect(mUi->lstProfiles, &QListWidget::itemChanged, this, &frmRemoteSettings::RenameFromRow);
     connect(mUi->cmdAddNew, &QPushButton::clicked, this, &frmRemoteSettings::AddNewProfile);
     connect(mUi->cmdDelete, &QPushButton::clicked, this, &frmRemoteSettings::DeleteSelectedProfile);
@@ -74,7 +78,8 @@ std::optional<CPipeProfile> frmRemoteSettings::GetSelectedProfile() const
 
 int frmRemoteSettings::SelectedRow() const
 {
-    return mUi->lstProfiles->currentRow();
+    // Not the current row: the list makes its first row that when it gets the focus, which selects nothing.
+    return mUi->lstProfiles->row(mUi->lstProfiles->selectedItems().value(0));
 }
 
 CPipeProfile* frmRemoteSettings::Selected()
