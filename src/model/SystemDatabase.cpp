@@ -9,6 +9,8 @@
 #include "platform/Recordset.h"
 
 #include <QFile>
+#include <QFileInfo>
+#include <QUuid>
 
 #include <algorithm>
 
@@ -20,6 +22,21 @@ const QString kSystemInfo = QStringLiteral("SystemInfo");
 const QString kNodeCount = QStringLiteral("Node Count");
 const QString kVersion = QStringLiteral("Version");
 const QChar kMark = QLatin1Char('+');
+
+// Short, since a system's name may be nearly as long as a file's name can be.
+QString WorkFileBeside(const QString& path)
+{
+    const QString unique = QUuid::createUuid().toString(QUuid::Id128).left(8);
+    return QFileInfo(path).path() + QStringLiteral("/saving-") + unique;
+}
+
+void Rename(const QString& from, const QString& to)
+{
+    QFile file(from);
+    if (!file.rename(to))
+        throw Error(ErrorNumber::kPathFileAccess,
+                    QStringLiteral("The database %1 can't be written: %2").arg(to, file.errorString()));
+}
 
 QString ReadVersion(Database& database)
 {
@@ -56,22 +73,30 @@ bool SystemDatabase::Step(const QString& path, const std::function<void()>& step
 
 bool SystemDatabase::Make(const QString& path, const QString& defaultPath)
 {
-    std::unique_ptr<Database> database;
-    const bool isNew = !CFileSystem::FileExists(path);
-    const auto copy = [&] { Database::OpenDatabase(defaultPath, false, true)->SaveCopy(path); };
-    const auto open = [&] { database = Database::OpenDatabase(path, false, false); };
-    const bool opened = (!isNew || Step(path, copy)) && Step(path, open) && database;
-    // Without a database there is nothing to go on with, whatever the answer was.
-    const bool written = opened && WriteTables(*database);
-    database.reset();
-    if (isNew && !written)
-        QFile::remove(path);
+    const bool written = CFileSystem::FileExists(path) ? WriteFile(path, path) : MakeNew(path, defaultPath);
     return written && mWhole;
 }
 
-bool SystemDatabase::WriteTables(Database& database)
+bool SystemDatabase::MakeNew(const QString& path, const QString& defaultPath)
 {
-    const QString path = database.Name();
+    const QString work = WorkFileBeside(path);
+    const auto copy = [&] { Database::OpenDatabase(defaultPath, false, true)->SaveCopy(work); };
+    const auto giveName = [&] { Rename(work, path); };
+    const bool made = Step(path, copy) && WriteFile(work, path) && Step(path, giveName);
+    QFile::remove(work);
+    return made;
+}
+
+bool SystemDatabase::WriteFile(const QString& file, const QString& path)
+{
+    std::unique_ptr<Database> database;
+    const auto open = [&] { database = Database::OpenDatabase(file, false, false); };
+    // Without a database there is nothing to go on with, whatever the answer was.
+    return Step(path, open) && database && WriteTables(*database, path);
+}
+
+bool SystemDatabase::WriteTables(Database& database, const QString& path)
+{
     QString version;
     return Step(path, [&] { database.BeginTrans(); }) && Step(path, [&] { version = ReadVersion(database); }) &&
            Step(path, [&] { WriteSystemInfo(database, Marked(version)); }) && WriteNodes(database) &&

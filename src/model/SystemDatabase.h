@@ -39,7 +39,9 @@ public:
 
 private:
     [[nodiscard]] bool Step(const QString& path, const std::function<void()>& step);
-    [[nodiscard]] bool WriteTables(Database& database);
+    [[nodiscard]] bool MakeNew(const QString& path, const QString& defaultPath);
+    [[nodiscard]] bool WriteFile(const QString& file, const QString& path);
+    [[nodiscard]] bool WriteTables(Database& database, const QString& path);
     [[nodiscard]] bool WriteNodes(Database& database);
     void WriteSystemInfo(Database& database, const QString& version) const;
     [[nodiscard]] std::unique_ptr<Database> Open(const QString& path);

@@ -302,5 +302,24 @@ TEST_F(SaveFailureTest, AKilledToolLeavesTheFileOfTheSaveBeforeOrAWholeNewOne)
     EXPECT_TRUE(Save());
 }
 
+TEST_F(SaveFailureTest, AKilledToolLeavesNoNewFileThatIsNotWhole)
+{
+    for (int kill = 0; kill < 25; ++kill) {
+        SavingProcess other([this, kill](int round) {
+            for (int number = 1; number <= 3; ++number)
+                Node(number).setName(QString(3000, 'x'));
+            Save(QStringLiteral("New %1-%2").arg(kill).arg(round));
+        });
+        other.WaitFor(2);
+        ::poll(nullptr, 0, kill);
+    }
+    const QStringList made = QDir(folder.path()).entryList({"New*.dav"}, QDir::Files);
+    EXPECT_GE(made.size(), 25);
+    for (const QString& name : made) {
+        EXPECT_TRUE(TableDefExists(*Database::OpenDatabase(File(name), false, true), "Node 3")) << name.toStdString();
+        EXPECT_FALSE(QFile::exists(File(name + "-journal"))) << name.toStdString();
+    }
+}
+
 }  // namespace
 }  // namespace fenrik
