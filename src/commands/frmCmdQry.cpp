@@ -36,6 +36,7 @@ frmCmdQry::~frmCmdQry() = default;
 void frmCmdQry::SetUpActions()
 {
     connect(mUi->cboCatList, &QComboBox::currentTextChanged, this, &frmCmdQry::ShowCommands);
+    connect(mUi->cboCatList, &QComboBox::textActivated, this, &frmCmdQry::ShowCommands);  // also the same one again
     connect(mUi->cboCmdList, &QComboBox::activated, this, &frmCmdQry::ForgetResult);
     connect(mUi->cboNodeNumber, &QComboBox::activated, this, &frmCmdQry::ForgetResult);
     connect(mUi->bSend, &QPushButton::clicked, this, &frmCmdQry::Send);

@@ -106,6 +106,16 @@ TEST_F(CommandQueryWindow, ACategoryOffersItsCommands)
     EXPECT_EQ(Find<QComboBox>("cboCmdList").currentText(), "Wipers");
 }
 
+TEST_F(CommandQueryWindow, ACategoryChosenAgainBeginsWithItsFirstCommand)
+{
+    Open();
+    const QString first = Find<QComboBox>("cboCmdList").currentText();
+    Choose("cboCmdList", 1);
+    ASSERT_NE(Find<QComboBox>("cboCmdList").currentText(), first);
+    Q_EMIT Find<QComboBox>("cboCatList").textActivated(Find<QComboBox>("cboCatList").currentText());
+    EXPECT_EQ(Find<QComboBox>("cboCmdList").currentText(), first);
+}
+
 TEST_F(CommandQueryWindow, AGoodRunLeavesOneLine)
 {
     Open();
