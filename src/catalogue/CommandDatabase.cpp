@@ -48,6 +48,15 @@ QString VersionOf(Database& database)
     }
 }
 
+QString PropertyOf(const Database& database, const QString& name)
+{
+    try {
+        return database.Properties(name);
+    } catch (const Error&) {
+        return {};  // somebody has begun to write the file meanwhile
+    }
+}
+
 }  // namespace
 
 std::unique_ptr<Database> OpenCommandDatabase(const QString& path, const QString& defaultPath, CatalogueStatus& status)
@@ -92,7 +101,7 @@ std::optional<QMap<QString, QString>> GetDatabaseProperties(const QString& path)
 
     properties[QStringLiteral("Version")] = VersionOf(*database);
     for (const QString& name : {QStringLiteral("AccessVersion"), QStringLiteral("Build")})
-        properties[name] = database->Properties(name);
+        properties[name] = PropertyOf(*database, name);
     return properties;
 }
 
