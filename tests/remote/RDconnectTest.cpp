@@ -422,5 +422,21 @@ TEST_F(RDdisconnect, AndConnectAgainWork)
     EXPECT_EQ(relay.Count(frameAuthenticate), 3);
 }
 
+TEST_F(RDdisconnect, LeavesNobodyToTalkTo)
+{
+    connection.sendChatMessage(QStringLiteral("before"));
+    Connect();
+    connection.sendChatMessage(QStringLiteral("during"));
+    connection.sendFrame(50, "123456");
+    ASSERT_TRUE(Until([this] { return relay.Count(frameNetworkMessage) == 1; }));
+    EXPECT_EQ(relay.frames.back().body, "123456");
+    EXPECT_EQ(relay.Count(frameChat), 1);
+    connection.RDdisconnect();
+    connection.sendEchoServer(QStringLiteral("after"));
+    connection.sendEchoClient(QStringLiteral("after"));
+    ExpectTornDown();
+    EXPECT_EQ(relay.Count(frameEchoServer) + relay.Count(frameEchoClient), 0);
+}
+
 }  // namespace
 }  // namespace fenrik
