@@ -1,6 +1,7 @@
 #include "remote/CPipeProfile.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace fenrik {
 
@@ -18,8 +19,9 @@ bool IsBlank(const QString& text)
 QString CPipeProfile::key() const
 {
     bool isNumeric = false;
-    static_cast<void>(UniqueID.toDouble(&isNumeric));
-    return isNumeric ? UniqueID + QStringLiteral("ID") : UniqueID;
+    const double value = UniqueID.toDouble(&isNumeric);
+    // "inf" and "nan" are words.
+    return isNumeric && std::isfinite(value) ? UniqueID + QStringLiteral("ID") : UniqueID;
 }
 
 const CPipeProfile* FindProfile(const CPipeProfiles& profiles, const QString& key)

@@ -1,5 +1,6 @@
 #include "remote/CUser.h"
 
+#include "platform/Error.h"
 #include "support/Printers.h"
 
 #include <gtest/gtest.h>
@@ -26,6 +27,32 @@ TEST(CUser, IsPipedIfItsFlagsBeginWithAPlus)
 TEST(CUser, TheKeyIsTheNumberAndTwoLetters)
 {
     EXPECT_EQ((CUser{"Ann", "7", "", ""}).key(), "7ID");
+}
+
+TEST(UserList, FindsAUserByItsNumber)
+{
+    UserList users;
+    users.Add({"Ann", "7", "", ""});
+    users.Add({"Bob", "9", "", ""});
+    ASSERT_NE(users.Find(9), nullptr);
+    EXPECT_EQ(users.Find(9)->UserName, "Bob");
+    EXPECT_EQ(users.Find(8), nullptr);
+    users.Clear();
+    EXPECT_EQ(users.Count(), 0);
+    EXPECT_EQ(users.Find(9), nullptr);
+}
+
+TEST(UserList, RefusesASecondUserOfANumber)
+{
+    UserList users;
+    users.Add({"Ann", "7", "", ""});
+    try {
+        users.Add({"Bob", "7", "", ""});
+        FAIL() << "nothing was thrown";
+    } catch (const Error& error) {
+        EXPECT_EQ(error.Number(), ErrorNumber::kDuplicateKey);
+    }
+    EXPECT_EQ(users.Count(), 1);
 }
 
 }  // namespace

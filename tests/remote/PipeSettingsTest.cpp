@@ -145,6 +145,7 @@ TEST(CPipeProfile, ANumericIdentityIsKeyedWithTwoLettersBehindIt)
 {
     EXPECT_EQ((CPipeProfile{"", "", "", 1, "2026730905070001"}).key(), "2026730905070001ID");
     EXPECT_EQ((CPipeProfile{"", "", "", 1, "{4711}"}).key(), "{4711}");
+    EXPECT_EQ((CPipeProfile{"", "", "", 1, "nan"}).key(), "nan");
     EXPECT_EQ((CPipeProfile{}).key(), "");
 }
 

@@ -2,6 +2,7 @@
 
 #include "ProfilesFixture.h"
 
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
@@ -161,6 +162,15 @@ INSTANTIATE_TEST_SUITE_P(Profiles, InvalidProfile,
                                          Invalid{"PortTooHigh", {"N", "i", "s", 65536, "{X}"}, 3, "Port"},
                                          Invalid{"FirstOfSeveral", {"N", "", "", 0, "{X}"}, 1, "Logon ID"}),
                          [](const auto& row) { return row.param.name; });
+
+TEST_F(SettingsWindow, AFaultInABoxWithoutACaptionIsToldWithoutItsName)
+{
+    Open({{"N", "i", "s", 0, "{X}"}});
+    Find<QLabel>("lblField_3").clear();
+    Click("cmdSave");
+    ASSERT_THAT(boxes.boxes, SizeIs(1));
+    EXPECT_EQ(boxes.boxes[0].text, "Cannot save changes because one of the profiles has an invalid setting.");
+}
 
 class HeldBox : public SettingsWindow, public testing::WithParamInterface<std::pair<int, const char*>> {};
 
