@@ -187,6 +187,8 @@ void Measure()
     Press(window, "Toolbar", QStringLiteral("Connect"));
     MeasureRoad(window, vehicle, kQueryNode, "Download/Query");
     MeasureRoad(window, vehicle, kMemoryNode, "Download/Memory");
+    // Closing asks whether to save what was learnt, and nobody is here to answer.
+    window.System().Clear();
     window.close();
 }
 
