@@ -9,7 +9,7 @@
 //   checked             1 if what was built is what was asked for; a run where it is not ends with an error
 
 #include "app/messages/MessageListModel.h"
-#include "app/messages/MessageListView.h"
+#include "widgets/MessageListView.h"
 
 #include <QApplication>
 #include <QHeaderView>

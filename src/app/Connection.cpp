@@ -2,8 +2,8 @@
 
 #include "app/PortState.h"
 #include "app/Services.h"
-#include "app/WaitCursor.h"
 #include "link/CMsgHandler.h"
+#include "link/PortErrors.h"
 #include "link/Transceiver.h"
 #include "logging/MsgLogging.h"
 #include "model/CSystem.h"
@@ -13,6 +13,7 @@
 #include "shared/ErrorReporter.h"
 #include "shared/EventPump.h"
 #include "shared/Settings.h"
+#include "widgets/WaitCursor.h"
 
 namespace fenrik {
 
@@ -65,31 +66,8 @@ void Connection::ConnectByTransceiver()
         try {
             mTransceiver.ConnectTransceiver();
         } catch (const Error& error) {
-            again = TellPortError(error.Number(), error.Description());
+            again = AskAfterPortError(mServices.boxes, mServices.settings.CommPort, error);
         }
-    }
-}
-
-bool Connection::TellPortError(int number, const QString& description)
-{
-    const QString port = QString::number(mServices.settings.CommPort);
-    switch (number) {
-    case ErrorNumber::kPortAlreadyOpen:
-        return mServices.boxes.MsgBox(QStringLiteral("Comm Port %1 already open.\n"
-                                                     "Close the port and click Retry to continue, "
-                                                     "or Cancel to abort operation.")
-                                          .arg(port),
-                                      QMessageBox::Warning,
-                                      QMessageBox::Retry | QMessageBox::Cancel) == QMessageBox::Retry;
-    case ErrorNumber::kPortNotFound:
-        mServices.boxes.MsgBox(QStringLiteral("Comm Port %1 does not exist.").arg(port), QMessageBox::Warning);
-        return false;
-    case ErrorNumber::kSetCommState:
-        mServices.boxes.MsgBox(QStringLiteral("Unable to set Comm State on Comm Port %1 .  Please retry.  ").arg(port),
-                               QMessageBox::Warning);
-        return false;
-    default:
-        throw Error(number, description);
     }
 }
 

@@ -49,8 +49,6 @@ public:
 
 private:
     void ConnectByTransceiver();
-    /// Shows the box of a port's error; true if the user wants another try.
-    bool TellPortError(int number, const QString& description);
     void LoadSystemIfNone();
     void NotYet(const QString& what);
 

@@ -5,10 +5,8 @@
 #include "app/MainToolbar.h"
 #include "app/NodeBars.h"
 #include "app/ProgramHost.h"
-#include "app/StatusLine.h"
 #include "app/frmDiag.h"
 #include "app/messages/MessageListModel.h"
-#include "app/messages/MessageListView.h"
 #include "diagnostics/States.h"
 #include "link/CMsgHandler.h"
 #include "model/CNode.h"
@@ -22,6 +20,8 @@
 #include "shared/EventPump.h"
 #include "shared/RunState.h"
 #include "shared/Settings.h"
+#include "widgets/MessageListView.h"
+#include "widgets/StatusLine.h"
 
 #include <QAction>
 

@@ -2,7 +2,6 @@
 
 #include "app/DiagPanels.h"
 #include "app/Services.h"
-#include "app/WaitCursor.h"
 #include "app/frmDiag.h"
 #include "app/frmSplash.h"
 #include "link/Transceiver.h"
@@ -10,6 +9,7 @@
 #include "platform/CFileSystem.h"
 #include "platform/Database.h"
 #include "platform/Error.h"
+#include "widgets/WaitCursor.h"
 
 #include <QApplication>
 #include <QDir>

@@ -1,6 +1,6 @@
 #include "app/MainToolbar.h"
 
-#include "app/ToolIcon.h"
+#include "widgets/ToolIcon.h"
 
 #include <QAction>
 #include <QActionGroup>

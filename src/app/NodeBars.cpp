@@ -1,7 +1,7 @@
 #include "app/NodeBars.h"
 
 #include "app/NodeIcon.h"
-#include "app/ToolIcon.h"
+#include "widgets/ToolIcon.h"
 
 #include <QAction>
 #include <QIcon>

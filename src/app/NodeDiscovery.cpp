@@ -2,12 +2,12 @@
 
 #include "app/PortState.h"
 #include "app/Services.h"
-#include "app/WaitCursor.h"
 #include "link/CMsgHandler.h"
 #include "model/CNode.h"
 #include "model/CSystem.h"
 #include "shared/ErrorReporter.h"
 #include "shared/EventPump.h"
+#include "widgets/WaitCursor.h"
 
 namespace fenrik {
 

@@ -2,14 +2,14 @@
 
 #include "app/NodeDiscovery.h"
 #include "app/Services.h"
-#include "app/StatusLine.h"
 #include "app/UiState.h"
-#include "app/WaitCursor.h"
 #include "model/CNode.h"
 #include "model/CSystem.h"
 #include "platform/Boxes.h"
 #include "platform/CFileSystem.h"
 #include "shared/EventPump.h"
+#include "widgets/StatusLine.h"
+#include "widgets/WaitCursor.h"
 
 namespace fenrik {
 

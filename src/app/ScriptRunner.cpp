@@ -2,10 +2,10 @@
 
 #include "app/Composer.h"
 #include "app/Services.h"
-#include "app/StatusLine.h"
 #include "app/UiState.h"
 #include "platform/Boxes.h"
 #include "shared/ErrorReporter.h"
+#include "widgets/StatusLine.h"
 
 #include <QScopedValueRollback>
 

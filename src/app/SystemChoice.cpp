@@ -2,13 +2,13 @@
 
 #include "app/DiagHub.h"
 #include "app/ProgramHost.h"
-#include "app/WaitCursor.h"
 #include "app/frmDiag.h"
 #include "catalogue/frmDBProperties.h"
 #include "model/SavePrompt.h"
 #include "platform/ProgramFolder.h"
 #include "shared/EventPump.h"
 #include "shared/Settings.h"
+#include "widgets/WaitCursor.h"
 
 #include <memory>
 

@@ -5,9 +5,9 @@
 #include "app/MainToolbar.h"
 #include "app/NodeBars.h"
 #include "app/PortState.h"
-#include "app/StatusLine.h"
 #include "link/CMsgHandler.h"
 #include "model/CSystem.h"
+#include "widgets/StatusLine.h"
 
 #include <QAction>
 #include <QMenu>

@@ -1,8 +1,8 @@
 #include "app/ViewSwitch.h"
 
 #include "app/MainToolbar.h"
-#include "app/WaitCursor.h"
 #include "shared/EventPump.h"
+#include "widgets/WaitCursor.h"
 
 #include <QStackedWidget>
 

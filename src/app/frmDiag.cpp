@@ -8,14 +8,14 @@
 #include "app/MenuActions.h"
 #include "app/NodeBars.h"
 #include "app/ProgramHost.h"
-#include "app/StatusLine.h"
 #include "app/ToolbarActions.h"
 #include "app/messages/MessageListModel.h"
-#include "app/messages/MessageListView.h"
 #include "platform/VersionInfo.h"
 #include "shared/CommandTable.h"
 #include "shared/EventPump.h"
 #include "shared/Settings.h"
+#include "widgets/MessageListView.h"
+#include "widgets/StatusLine.h"
 
 #include <QCloseEvent>
 #include <QKeyEvent>

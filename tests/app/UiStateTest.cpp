@@ -5,8 +5,8 @@
 #include "app/MainMenus.h"
 #include "app/MainToolbar.h"
 #include "app/NodeBars.h"
-#include "app/StatusLine.h"
 #include "model/CSystem.h"
+#include "widgets/StatusLine.h"
 
 #include <QAction>
 #include <QMenu>

@@ -6,13 +6,13 @@
 #include "app/MainMenus.h"
 #include "app/MainToolbar.h"
 #include "app/NodeBars.h"
-#include "app/StatusLine.h"
 #include "app/frmDiag.h"
 #include "app/frmError.h"
 #include "app/messages/MessageListModel.h"
-#include "app/messages/MessageListView.h"
 #include "support/DatabaseFile.h"
 #include "support/Printers.h"
+#include "widgets/MessageListView.h"
+#include "widgets/StatusLine.h"
 
 #include <QAction>
 #include <QApplication>

@@ -15,6 +15,7 @@ const QHash<QString, int>& Heights()
     static const QHash<QString, int> heights{
         {QStringLiteral("pipe"), 0},
         {QStringLiteral("platform"), 0},
+        {QStringLiteral("widgets"), 0},
         {QStringLiteral("shared"), 1},
         {QStringLiteral("link"), 2},
         {QStringLiteral("catalogue"), 3},

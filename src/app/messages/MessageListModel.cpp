@@ -2,14 +2,13 @@
 
 #include "shared/TextFormat.h"
 
-#include <QFile>
-
 namespace fenrik {
 
 namespace {
 
-constexpr const char* kHeaders[MessageListModel::kColumns] = {"Message", "State", "Three-Way",  "Data",
-                                                              "CS",      "Raw",   "Time Stamp", "Count"};
+constexpr MessageLines::Column kListColumns[MessageListModel::kColumns] = {
+    {"Message", 36}, {"State", 8}, {"Three-Way", 11},  {"Data", 11},
+    {"CS", 5, true}, {"Raw", 20},  {"Time Stamp", 14}, {"Count", 8}};
 
 }  // namespace
 
@@ -75,9 +74,9 @@ int MessageListModel::rowCount(const QModelIndex& parent) const
     return parent.isValid() ? 0 : int(mStore.Announced());
 }
 
-int MessageListModel::columnCount(const QModelIndex& parent) const
+std::span<const MessageLines::Column> MessageListModel::ListColumns() const
 {
-    return parent.isValid() ? 0 : kColumns;
+    return kListColumns;
 }
 
 QVariant MessageListModel::data(const QModelIndex& index, int role) const
@@ -103,15 +102,6 @@ QVariant MessageListModel::data(const QModelIndex& index, int role) const
     default:
         return {};
     }
-}
-
-QVariant MessageListModel::headerData(int section, Qt::Orientation orientation, int role) const
-{
-    if (orientation == Qt::Horizontal && role == Qt::DisplayRole && section >= 0 && section < kColumns)
-        return QString::fromLatin1(kHeaders[section]);
-    if (orientation == Qt::Horizontal && role == Qt::TextAlignmentRole)
-        return int(Qt::AlignLeft | Qt::AlignVCenter);
-    return {};
 }
 
 QString MessageListModel::Text(const MessageRecord& line, int column) const
@@ -141,17 +131,7 @@ QString MessageListModel::Text(const MessageRecord& line, int column) const
 QString MessageListModel::AccessibleText(const MessageRecord& line, int column) const
 {
     const QString text = Text(line, column);
-    return column == Message ? text : QLatin1String(kHeaders[column]) + QLatin1Char(' ') + text;
-}
-
-QIcon MessageListModel::Icon(const QString& key) const
-{
-    const auto known = mIcons.constFind(key);
-    if (known != mIcons.constEnd())
-        return *known;
-    // An icon of a missing file is not null, and a view would leave room for it.
-    const QString file = QStringLiteral(":/icons/%1.png").arg(key);
-    return *mIcons.insert(key, QFile::exists(file) ? QIcon(file) : QIcon());
+    return column == Message ? text : QLatin1String(kListColumns[column].title) + QLatin1Char(' ') + text;
 }
 
 }  // namespace fenrik

@@ -1,18 +1,12 @@
 #pragma once
 
 #include "app/messages/MessageStore.h"
-
-#include <QAbstractTableModel>
-#include <QHash>
-#include <QIcon>
+#include "widgets/MessageLines.h"
 
 namespace fenrik {
 
-/// The lines of the message list for views. A line that is added stays unannounced until Flush, which tells the views
-/// of all new lines at once and of all changed cells: rowCount is what was announced.
-///
-/// The owner flushes at the end of a batch, or, told by FlushDue, when the event loop turns.
-class MessageListModel : public QAbstractTableModel {
+/// The lines of the message list. In the compact list Flush tells the views of changed cells too.
+class MessageListModel : public MessageLines {
     Q_OBJECT
 
 public:
@@ -25,7 +19,7 @@ public:
         LineKeyRole = Qt::UserRole + 2,  ///< the line's own key, "902D5"; invalid without CompactList
     };
 
-    explicit MessageListModel(QObject* parent = nullptr) : QAbstractTableModel(parent) {}
+    explicit MessageListModel(QObject* parent = nullptr) : MessageLines(parent) {}
 
     /// The number of a name for Add. `icon` is the picture :/icons/<icon>.png; `keyName` stands in the line's key and
     /// is the command's name also where the text is a special command's. Numbers stay good for good.
@@ -46,18 +40,18 @@ public:
         }
     }
 
-    [[nodiscard]] bool HasUnseen() const { return mUnseen; }
-    void Flush();
+    [[nodiscard]] bool HasUnseen() const override { return mUnseen; }
+    void Flush() override;
 
     /// No lines; what was not flushed is gone too.
     void Clear();
 
-    /// The row of the line that was added or changed last, also before it is announced; -1 if there are no lines.
-    [[nodiscard]] int NewestRow() const { return mStore.Size() ? int(mStore.Newest()) : -1; }
+    [[nodiscard]] int NewestRow() const override { return mStore.Size() ? int(mStore.Newest()) : -1; }
 
     /// Turning it on empties the list.
     void SetCompactList(bool compact);
     [[nodiscard]] bool CompactList() const { return mStore.Keyed(); }
+    [[nodiscard]] bool AlwaysFollowed() const override { return CompactList(); }
 
     /// Column Data as "0x1F" instead of "31".
     void SetHexData(bool hex);
@@ -65,25 +59,18 @@ public:
 
     [[nodiscard]] const MessageRecord& Line(int row) const { return mStore[MessageStore::Row(row)]; }
 
+    [[nodiscard]] std::span<const Column> ListColumns() const override;
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
-    [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
-    [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
-
-Q_SIGNALS:
-    /// The first line since the last flush was added. The list may not be changed from a slot of this.
-    void FlushDue();
 
 private:
     [[nodiscard]] QString Text(const MessageRecord& line, int column) const;
     [[nodiscard]] QString AccessibleText(const MessageRecord& line, int column) const;
-    [[nodiscard]] QIcon Icon(const QString& key) const;
     void AnnounceChanges();
 
     MessageStore mStore;
     bool mUnseen = false;
     bool mHexData = false;
-    mutable QHash<QString, QIcon> mIcons;
 };
 
 }  // namespace fenrik

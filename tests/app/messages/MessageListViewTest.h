@@ -2,8 +2,8 @@
 
 #include "Messages.h"
 #include "app/messages/MessageListModel.h"
-#include "app/messages/MessageListView.h"
 #include "support/Printers.h"
+#include "widgets/MessageListView.h"
 
 #include <QAbstractItemModelTester>
 #include <QHeaderView>

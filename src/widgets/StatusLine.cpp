@@ -1,4 +1,4 @@
-#include "app/StatusLine.h"
+#include "widgets/StatusLine.h"
 
 namespace fenrik {
 

@@ -1,8 +1,8 @@
-#include "app/messages/MessageListView.h"
+#include "widgets/MessageListView.h"
 
-#include "app/messages/AccessibleMessageList.h"
-#include "app/messages/CalmScrollBar.h"
-#include "app/messages/MessageListModel.h"
+#include "widgets/AccessibleMessageList.h"
+#include "widgets/CalmScrollBar.h"
+#include "widgets/MessageLines.h"
 
 #include <QAccessible>
 #include <QApplication>
@@ -71,14 +71,14 @@ void MessageListView::setModel(QAbstractItemModel* newModel)
 {
     if (mMessages)
         disconnect(mMessages, nullptr, this, nullptr);
-    mMessages = qobject_cast<MessageListModel*>(newModel);
+    mMessages = qobject_cast<MessageLines*>(newModel);
     QAbstractItemView::setModel(newModel);
     mHeader->setModel(newModel);
     if (!mMessages)
         return;
 
-    connect(mMessages, &MessageListModel::FlushDue, this, &MessageListView::LinesArrive);
-    connect(mMessages, &MessageListModel::rowsRemoved, this, &MessageListView::LinesAreRemoved);
+    connect(mMessages, &MessageLines::FlushDue, this, &MessageListView::LinesArrive);
+    connect(mMessages, &MessageLines::rowsRemoved, this, &MessageListView::LinesAreRemoved);
     connect(mMessages, &QObject::destroyed, this, [this] { mMessages = nullptr; });
     SetColumnWidths();
     doItemsLayout();
@@ -86,18 +86,19 @@ void MessageListView::setModel(QAbstractItemModel* newModel)
 
 void MessageListView::SetColumnWidths()
 {
-    constexpr int kCharacters[MessageListModel::kColumns] = {36, 8, 11, 11, 5, 20, 14, 8};
     const int character = fontMetrics().averageCharWidth();
-    for (int column = 0; column < MessageListModel::kColumns; ++column)
-        mHeader->resizeSection(column, kCharacters[column] * character + 2 * CellPadding());
-    mHeader->hideSection(MessageListModel::CS);
+    int number = 0;
+    for (const MessageLines::Column& column : mMessages->ListColumns()) {
+        mHeader->resizeSection(number, column.characters * character + 2 * CellPadding());
+        mHeader->setSectionHidden(number++, column.hidden);
+    }
 }
 
 void MessageListView::FitColumn(int column)
 {
     // Only what is seen is measured; all rows might be millions.
     int width = mHeader->sectionSizeHint(column);
-    const int icon = column == MessageListModel::Message ? mRowHeight : 0;
+    const int icon = column == 0 ? mRowHeight : 0;
     const int end = std::min(RowCount(), FirstVisibleRow() + WholeRows() + 1);
     for (int row = FirstVisibleRow(); row < end; ++row) {
         const QString text = model()->index(row, column).data().toString();
@@ -127,7 +128,7 @@ int MessageListView::SelectedRow() const
 
 bool MessageListView::FollowsNewest() const
 {
-    if (!mMessages || mMessages->CompactList())
+    if (!mMessages || mMessages->AlwaysFollowed())
         return true;
     if (mMessages->HasUnseen() || mBehind)
         return mFollow;
@@ -267,7 +268,7 @@ void MessageListView::setSelection(const QRect& rect, QItemSelectionModel::Selec
     const int row = FirstVisibleRow() + (rect.bottom() >= 0 ? rect.bottom() / mRowHeight : -1);
     if (row < 0 || row >= RowCount())
         return;
-    const QItemSelection whole(model()->index(row, 0), model()->index(row, MessageListModel::kColumns - 1));
+    const QItemSelection whole(model()->index(row, 0), model()->index(row, model()->columnCount() - 1));
     selectionModel()->select(whole, flags);
 }
 

@@ -1,4 +1,4 @@
-#include "app/messages/ShapedTexts.h"
+#include "widgets/ShapedTexts.h"
 
 #include "support/Printers.h"
 

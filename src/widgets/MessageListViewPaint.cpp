@@ -1,7 +1,6 @@
 // The geometry of MessageListView and what it paints.
 
-#include "app/messages/MessageListModel.h"
-#include "app/messages/MessageListView.h"
+#include "widgets/MessageListView.h"
 
 #include <QHeaderView>
 #include <QPaintEvent>

@@ -1,4 +1,4 @@
-#include "app/ToolIcon.h"
+#include "widgets/ToolIcon.h"
 
 #include <QIconEngine>
 #include <QPainter>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/messages/ShapedTexts.h"
+#include "widgets/ShapedTexts.h"
 
 #include <QAbstractItemView>
 #include <QRegion>
@@ -11,7 +11,7 @@ class QHeaderView;
 
 namespace fenrik {
 
-class MessageListModel;
+class MessageLines;
 
 /// The list of messages. All rows have one height, taken from the font, and nothing is kept or computed for each row,
 /// so that millions of rows scroll, select and paint as a hundred do. The vertical scroll bar counts rows.
@@ -29,7 +29,7 @@ public:
     explicit MessageListView(QWidget* parent = nullptr);
     ~MessageListView() override;
 
-    /// The model is a MessageListModel; the view doesn't own it.
+    /// The model is a MessageLines; the view doesn't own it.
     void setModel(QAbstractItemModel* model) override;
 
     [[nodiscard]] QHeaderView* Header() const { return mHeader; }
@@ -119,7 +119,7 @@ private:
     void PaintCell(QPainter& painter, const QModelIndex& index, const QRect& rect) const;
     void PaintEmptyText(QPainter& painter) const;
 
-    MessageListModel* mMessages = nullptr;
+    MessageLines* mMessages = nullptr;
     QHeaderView* mHeader;
     QString mEmptyText;
     int mRowHeight = 1;

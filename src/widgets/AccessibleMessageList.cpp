@@ -1,7 +1,6 @@
-#include "app/messages/AccessibleMessageList.h"
+#include "widgets/AccessibleMessageList.h"
 
-#include "app/messages/MessageListModel.h"
-#include "app/messages/MessageListView.h"
+#include "widgets/MessageListView.h"
 
 #include <QAccessibleWidget>
 #include <QHash>
