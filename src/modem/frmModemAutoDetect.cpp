@@ -4,6 +4,7 @@
 #include "platform/ComPorts.h"
 #include "shared/ErrorReporter.h"
 #include "shared/EventPump.h"
+#include "widgets/WaitCursor.h"
 
 #include "ui_frmModemAutoDetect.h"
 
@@ -49,11 +50,10 @@ void frmModemAutoDetect::Detect()
 
 void frmModemAutoDetect::Scan()
 {
-    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    const WaitCursor hourglass;
     const auto done = qScopeGuard([this] {
         mScanning = false;
         mModem.Close();
-        QGuiApplication::restoreOverrideCursor();
     });
     mScanning = true;
     mModem.Resume();
