@@ -53,7 +53,8 @@ void Connection::Connect()
         NotYet(QStringLiteral("Connecting by modem"));
         break;
     default:
-        NotYet(QStringLiteral("Connecting through a relay"));
+        CommonPreConnect();
+        mHost.RDconnect();
         break;
     }
 }
@@ -95,9 +96,14 @@ void Connection::CommonPreConnect()
     });
 }
 
-void Connection::RefreshConnection(bool readPanels, bool detect)
+void Connection::RefreshTrafficTimers()
 {
     mHost.SetTrafficTimers(mPorts.PortOpenForRx(), mPorts.PortOpenForTx() && mServices.settings.SendSync);
+}
+
+void Connection::RefreshConnection(bool readPanels, bool detect)
+{
+    RefreshTrafficTimers();
     mHost.SetUIState(mPorts.PortOpen() ? 1 : kDisconnected);
     if (readPanels && mPorts.PortOpenForRx())
         mHost.ReadPanels();
@@ -114,7 +120,9 @@ void Connection::RefreshConnection(bool readPanels, bool detect)
 void Connection::Disconnect()
 {
     CommonPreDisconnect();
-    if (mServices.port.PortOpen())
+    if (ConnectionType() == kRelay)
+        mHost.RDdisconnect();
+    else if (mServices.port.PortOpen())
         mServices.port.setPortOpen(false);
     CommonPostDisconnect();
 }

@@ -22,6 +22,8 @@ public:
     virtual bool UnmountNode(int node) = 0;
     virtual void SetToolbarEnabled(bool enabled) = 0;
     virtual void ShowMessage(const QString& text) = 0;
+    virtual void RDconnect() = 0;     ///< through the relay; tells its own failures
+    virtual void RDdisconnect() = 0;  ///< does no harm without a connection
 };
 
 /// Connecting and disconnecting over the chosen method, and what follows a change of the connection.
@@ -37,6 +39,9 @@ public:
     void CommonPreConnect();
     void CommonPreDisconnect();
     void CommonPostDisconnect();
+
+    /// Brings the timers of the traffic in line with the port.
+    void RefreshTrafficTimers();
 
     /// Brings timers, buttons and panels in line with the port. `detect`: look for nodes too, if the option is on.
     void RefreshConnection(bool readPanels, bool detect);

@@ -46,6 +46,7 @@ DiagHub::DiagHub(const Services& services, frmDiag& window, ProgramHost& program
       mDiscovery(services, mPorts, mSystem, *this), mRefresh(services, mSystem, mDiscovery, mUi, window.Status()),
       mCommands(services, mPorts, mSystem, mDiscovery, mUi, window),
       mConnection(services, mPorts, mSystem, mTransceiver, *this),
+      mRemote(services, mPorts, mSystem, mDiscovery, mUi, window, *this),
       mDisplay(services, mSystem, window.Messages(), *this), mPump(services.handler, *this, this),
       mScripts(services, window.CommandComposer(), mUi, window.Status())
 {
@@ -234,6 +235,7 @@ bool DiagHub::PrepareToClose()
     mPump.setEnabled(false);
     mSendSync.stop();
     mWindow.Panels().StopMonitor();
+    RDdisconnect();
     if (mServices.port.PortOpen())
         mServices.port.setPortOpen(false);
     SaveSystem(SavePrompt::kAsk);
@@ -247,9 +249,9 @@ bool DiagHub::ModemActive() const
     return mServices.run.ModemActive;
 }
 
-void DiagHub::sendFrame(int, const QByteArray&)
+void DiagHub::sendFrame(int type, const QByteArray& payload)
 {
-    // The remote transport can't be chosen in this version, so the engine has no frame for it.
+    mRemote.Connection().sendFrame(type, payload);
 }
 
 void DiagHub::CloseModemLink()
@@ -442,6 +444,7 @@ void DiagHub::AdjustFormCaption()
     const QString system = mSystem.Defined() ? mSystem.Name() : mServices.settings.SystemName;
     if (!system.isEmpty())
         caption += QStringLiteral(" - ") + system;
+    caption += mRemote.Connection().Session().PipeCaption();
     mWindow.setWindowTitle(caption);
 }
 

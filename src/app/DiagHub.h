@@ -8,6 +8,7 @@
 #include "app/NodeRefresh.h"
 #include "app/OperatorCommands.h"
 #include "app/PortState.h"
+#include "app/RemoteLink.h"
 #include "app/ScriptRunner.h"
 #include "app/Services.h"
 #include "app/UiState.h"
@@ -37,7 +38,8 @@ class DiagHub : public QObject,
                 private LiveViews,
                 private UiStateHost,
                 private SystemOwner,
-                private RemoteProgress {
+                private RemoteProgress,
+                private RemoteLinkHost {
     Q_OBJECT
 
 public:
@@ -56,6 +58,7 @@ public:
     [[nodiscard]] NodeRefresh& Refresh() { return mRefresh; }
     [[nodiscard]] OperatorCommands& Commands() { return mCommands; }
     [[nodiscard]] ScriptRunner& Scripts() { return mScripts; }
+    [[nodiscard]] RemoteWindowSet& RemoteWindows() { return mRemote.Windows(); }
     [[nodiscard]] const PortState& Ports() const { return mPorts; }
 
     /// ComposerHost
@@ -149,13 +152,16 @@ private:
     void HandleSelectedNodeChange() override;
     void HandleMountedNodeChange() override;
 
-    // RemoteProgress: a relay is never connected in this version.
-    [[nodiscard]] int RemoteState() const override { return 1; }
+    // RemoteProgress, RemoteLinkHost
+    [[nodiscard]] int RemoteState() const override { return mRemote.Connection().RemoteState(); }
+    void RDconnect() override { mRemote.Connection().RDconnect(); }
+    void RDdisconnect() override { mRemote.Connection().RDdisconnect(); }
+    void RefreshTrafficTimers() override { mConnection.RefreshTrafficTimers(); }
+    void LeaveDisabledView() override;
 
     /// Draws everything that stands on the small panel.
     void DrawPanel();
     void SendSync();
-    void LeaveDisabledView();
     void ShowTypeOnButton(int number);
 
     const Services& mServices;
@@ -170,6 +176,7 @@ private:
     NodeRefresh mRefresh;
     OperatorCommands mCommands;
     Connection mConnection;
+    RemoteLink mRemote;
     MessageDisplay mDisplay;
     MessagePump mPump;
     ScriptRunner mScripts;

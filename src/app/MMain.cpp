@@ -24,6 +24,8 @@ MMain::Environment MMain::OfThisProcess()
 MMain::MMain(const Environment& environment)
     : mEnvironment(environment), mStore(environment.configFolder + QStringLiteral("/settings.ini")), mPump(mClock),
       mErrors(mEnvironment.folder, mEnvironment.version, mClock, mBoxes),
+      mRegistryStore(environment.configFolder + QStringLiteral("/registry.ini")), mRegistry(mRegistryStore, mErrors),
+      mProfiles(mRegistry, mBoxes, mClock), mRemote(mProfiles, mStore),
       mPorts(environment.configFolder + QStringLiteral("/ports")), mSpecials(mCommands, *this),
       mCatalogue(mCommands, mSettings, mBoxes, *this, mEnvironment.folder.Path()), mPort(mPorts),
       mHandler(mPort, mClock, mPump, mCommands, mErrors), mLog(mRun, mSettings, mCommands, mClock, mEnvironment.version)
@@ -41,6 +43,7 @@ bool MMain::Main()
         const WaitCursor hourglass;
         mPump.Once();
         LoadSettings();
+        mRemote.LoadRDSettings();
         SelectUSBTransceiver(mPorts, mSettings, mRun);
         if (!LoadCharacterMaps() || !OpenMainWindow(splash))
             return;
@@ -100,7 +103,9 @@ bool MMain::OpenMainWindow(frmSplash& splash)
                             mErrors,
                             mEnvironment.version,
                             mEnvironment.folder,
-                            mPorts};
+                            mPorts,
+                            mRemote,
+                            mProfiles};
     mWindow = std::make_unique<frmDiag>(services, mAsciiMap, static_cast<ProgramHost&>(*this));
     // Each run starts without a system; the two settings are empty here.
     mWindow->System().LoadSystem(mSettings.SystemName, mSettings.SystemPath, false);
@@ -152,6 +157,7 @@ void MMain::SaveAndEnd()
         if (mSettingsBroken)
             mStore.KeepBrokenCopy();
         mSettings.FirstRun = false;
+        mRemote.SaveRDSettings();
         SaveSettings(mStore, mSettings);
     });
     EndProgram();

@@ -11,10 +11,14 @@
 #include "platform/Boxes.h"
 #include "platform/ComPorts.h"
 #include "platform/ProgramFolder.h"
+#include "platform/RegistryStore.h"
 #include "platform/SerialControl.h"
 #include "platform/SettingsStore.h"
 #include "platform/Shell.h"
 #include "platform/VersionInfo.h"
+#include "remote/MRegistry.h"
+#include "remote/PipeSettings.h"
+#include "remote/RDMain.h"
 #include "shared/Clock.h"
 #include "shared/CommandTable.h"
 #include "shared/EventPump.h"
@@ -34,7 +38,7 @@ class MMain : private CatalogueHost, private ProgramHost {
 public:
     struct Environment {
         ProgramFolder folder;
-        QString configFolder;  ///< of settings.ini and ports/
+        QString configFolder;  ///< of settings.ini, registry.ini and ports/
         VersionInfo version;
     };
 
@@ -74,6 +78,10 @@ private:
     SystemClock mClock;
     QtEventPump mPump;
     ErrorDialog mErrors;
+    RegistryStore mRegistryStore;
+    MRegistry mRegistry;
+    PipeSettings mProfiles;
+    RDMain mRemote;
     ComPorts mPorts;
     CommandTable mCommands;
     SpecialCommands mSpecials;

@@ -71,7 +71,7 @@ bool MenuActions::ChooseAsButton(const QString& entry)
         if (entry != QLatin1String(row.entry))
             continue;
         if (row.whenReady && !mHub.State().Ready())
-            mWindow.setMsg(QStringLiteral("Please wait until the present exchange has come to its end."));
+            TellBusy();
         else
             mToolbar.Click(QLatin1String(row.key));
         return true;
@@ -112,13 +112,22 @@ bool MenuActions::ChooseOperatorCommand(const QString& entry)
     if (mHub.State().Ready())
         (mHub.Commands().*open)();
     else
-        mWindow.setMsg(QStringLiteral("Please wait until the present exchange has come to its end."));
+        TellBusy();
     return true;
+}
+
+void MenuActions::TellBusy()
+{
+    mWindow.setMsg(QStringLiteral("Please wait until the present exchange has come to its end."));
 }
 
 void MenuActions::ChooseConnectionMethod(const QString& entry)
 {
-    mHub.setConnectionType(entry.right(1).toInt());
+    const bool ready = mHub.State().Ready();
+    if (!ready)
+        TellBusy();
+    // The toolkit has set the mark by now, so the old method is shown again.
+    mHub.setConnectionType(ready ? entry.right(1).toInt() : mHub.Link().ConnectionType());
 }
 
 void MenuActions::SetCheck(const QString& entry, bool checked)

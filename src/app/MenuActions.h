@@ -29,6 +29,7 @@ private:
     [[nodiscard]] bool ChooseListOption(const QString& entry);
     [[nodiscard]] bool ChooseOperatorCommand(const QString& entry);
     void SetCheck(const QString& entry, bool checked);
+    void TellBusy();
     void ChooseConnectionMethod(const QString& entry);
 
     const Services& mServices;

@@ -10,7 +10,9 @@ class ComPorts;
 class ErrorReporter;
 class EventPump;
 class MsgLogging;
+class PipeSettings;
 class ProgramFolder;
+class RDMain;
 class SerialControl;
 class SettingsStore;
 class Shell;
@@ -37,6 +39,8 @@ struct Services {
     const VersionInfo& version;
     const ProgramFolder& folder;
     const ComPorts& ports;
+    RDMain& remote;          ///< the user's choice for remote diagnostics
+    PipeSettings& profiles;  ///< where its profiles are kept
 };
 
 }  // namespace fenrik

@@ -50,6 +50,9 @@ void ToolbarActions::Run(const QString& key)
         {QStringLiteral("Collision"), [](ToolbarActions& self) { self.SwitchCollisionMonitor(); }},
         {QStringLiteral("Refresh"), [](ToolbarActions& self) { self.Refresh(); }},
         {QStringLiteral("Log"), [](ToolbarActions& self) { self.ChooseLogOptions(); }},
+        {QStringLiteral("RDUsers"), [](ToolbarActions& self) { self.mHub.RemoteWindows().OpenUsers(); }},
+        {QStringLiteral("RDChat"), [](ToolbarActions& self) { self.mHub.RemoteWindows().OpenChat(); }},
+        {QStringLiteral("RDPing"), [](ToolbarActions& self) { self.mHub.RemoteWindows().OpenLatency(); }},
         {QStringLiteral("DiagLog"), [](ToolbarActions& self) { self.mProgram.ExploreDiagPath(); }},
     };
     if (const int view = ViewSwitch::StateOfName(key); view >= 0)

@@ -88,12 +88,17 @@ void UiState::ShowDisconnected()
     mParts.status.setStatus(QStringLiteral("Disconnected"));
 }
 
-void UiState::RefreshAll()
+void UiState::RefreshForPort()
 {
     mParts.composer.SetSendEnabled(mPorts.PortOpenForTx());
     RefreshUIMenuActions();
     RefreshUINodeBarActions();
     RefreshUIToolBarActions();
+}
+
+void UiState::RefreshAll()
+{
+    RefreshForPort();
     mHost.RefreshCurrentFrame(false);
 }
 

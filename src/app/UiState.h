@@ -53,6 +53,9 @@ public:
     /// A widget that is disabled while the window is busy, besides the toolbar, the node bars and the composer.
     void AlsoDisableWhileBusy(QWidget* widget) { mBusyWidgets.append(widget); }
 
+    /// What may be pressed while the port is open for sending, and nothing else.
+    void RefreshForPort();
+
     void RefreshUINodeBarActions();
     void RefreshUIToolBarActions();
     void RefreshUIMenuActions();

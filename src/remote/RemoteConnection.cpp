@@ -218,9 +218,16 @@ void RemoteConnection::HandleClose()
         mFollowers.setRemoteState(RemoteStates::kDisconnected);
         if (mParts.handler.TargetPort() != Transport::kRemote)
             return;
+        ForgetMount();
         mParts.host.SetUIState(kUiDisconnected);
         mParts.handler.setTargetPort(Transport::kNone);
     });
+}
+
+void RemoteConnection::ForgetMount()
+{
+    if (mParts.host.NodeMounted())
+        mParts.host.ForgetMountedNode();
 }
 
 void RemoteConnection::HandleError(int number, const QString& description)
@@ -233,6 +240,7 @@ void RemoteConnection::HandleError(int number, const QString& description)
         CloseSocket();
         mParts.view.ShowMessage(description);
         mFollowers.setRemoteState(RemoteStates::kDisconnected);
+        ForgetMount();
     });
 }
 

@@ -59,6 +59,7 @@ private:
     void HandleClose();
     void HandleError(int number, const QString& description);
 
+    void ForgetMount();
     void LogOff();
     void CloseSocket();
     void EndWithoutConnection();

@@ -8,10 +8,14 @@
 #include "link/LinkHost.h"
 #include "logging/MsgLogging.h"
 #include "platform/ProgramFolder.h"
+#include "platform/RegistryStore.h"
 #include "platform/SerialControl.h"
 #include "platform/SettingsStore.h"
 #include "platform/Shell.h"
 #include "platform/VersionInfo.h"
+#include "remote/MRegistry.h"
+#include "remote/PipeSettings.h"
+#include "remote/RDMain.h"
 #include "shared/CommandTable.h"
 #include "shared/RunState.h"
 #include "shared/Settings.h"
@@ -122,8 +126,12 @@ protected:
     MsgLogging log{run, settings, commands, clock, version};
     RemoteProgressStub remote;
     PortState portState{port, handler, remote};
-    const Services services{settings, store, run,   commands, specials, port,    handler, log,
-                            clock,    pump,  boxes, shell,    errors,   version, folder,  ports};
+    RegistryStore registryStore{dir.path() + "/registry.ini"};
+    MRegistry registry{registryStore, errors};
+    PipeSettings profiles{registry, boxes, clock};
+    RDMain rd{profiles, store};
+    const Services services{settings, store, run,   commands, specials, port,   handler, log, clock,
+                            pump,     boxes, shell, errors,   version,  folder, ports,   rd,  profiles};
 };
 
 /// A network at the far end of the link: keeps what is sent, as "command state data", and plays the answers.

@@ -36,6 +36,8 @@ public:
         return true;
     }
     void SetToolbarEnabled(bool enabled) override { calls.push_back(enabled ? "toolbar on" : "toolbar off"); }
+    void RDconnect() override { calls.push_back("relay"); }
+    void RDdisconnect() override { calls.push_back("no relay"); }
     void ShowMessage(const QString& text) override { messages.push_back(text.toStdString()); }
     void ShowStatus(const QString&) override {}
     void RefreshConnection(bool readPanels, bool detect) override { connection->RefreshConnection(readPanels, detect); }
@@ -168,8 +170,8 @@ TEST_F(ConnectionTest, ARetryThatFindsThePortFreeConnects)
     other.setCommPort(5);
     other.setPortOpen(true);
     FreeingBoxes freeing(other);
-    const Services own{settings, store, run,     commands, specials, port,    handler, log,
-                       clock,    pump,  freeing, shell,    errors,   version, folder,  ports};
+    const Services own{settings, store,   run,   commands, specials, port,   handler, log, clock,
+                       pump,     freeing, shell, errors,   version,  folder, ports,   rd,  profiles};
     Connection patient(own, portState, system, transceiver, window);
     window.connection = &patient;
     patient.Connect();

@@ -39,6 +39,8 @@ public:
         mClient->write(bytes.data(), qint64(bytes.size()));
         mClient->flush();
     }
+    /// Nobody listens on the port any more.
+    void Close() { mServer.close(); }
     void Hang()
     {
         if (mClient)
