@@ -120,12 +120,6 @@ void MModem::DropInput()
     mPort.ClearInput();
 }
 
-/// The modem's guard time. A user's impatience can't shorten it: the modem would stay on line.
-void MModem::Pause()
-{
-    mPump.WaitFor([this] { return !mPort.PortOpen(); }, kGuardSeconds);
-}
-
 /// For what is said while the port may go away at any word.
 void MModem::WriteIfOpen(const QByteArray& bytes)
 {
@@ -133,21 +127,27 @@ void MModem::WriteIfOpen(const QByteArray& bytes)
         Write(bytes);
 }
 
-void MModem::EscapeToCommands()
+/// From the call back to commands. False if the guard time could not be kept, and the modem heard nothing of it.
+bool MModem::EscapeToCommands()
 {
-    Pause();
-    WriteIfOpen("+++");
-    Pause();
+    Delay(kGuardSeconds);
+    if (WaitIsOver())
+        return false;
+    Write("+++");
+    Delay(kGuardSeconds);
+    return !WaitIsOver();
 }
 
 void MModem::HangUpModem()
 {
     if (!mPort.PortOpen())
         return;
-    EscapeToCommands();
-    WriteIfOpen("ATH0\r");
-    WriteIfOpen("ATZ\r");
-    mRun.ModemActive = false;
+    if (EscapeToCommands()) {
+        Write("ATH0\r");
+        WriteIfOpen("ATZ\r");
+    }
+    if (!mInterrupted)
+        mRun.ModemActive = false;
 }
 
 void MModem::CloseModemLink()
@@ -158,8 +158,8 @@ void MModem::CloseModemLink()
     const QScopedValueRollback closing(mClosing, true);
     Write("\\P");
     WriteIfOpen("\\h");
-    EscapeToCommands();
-    WriteIfOpen("ATZ\r");
+    if (EscapeToCommands())
+        Write("ATZ\r");
     Close();
 }
 

@@ -39,7 +39,7 @@ public:
     [[nodiscard]] QString ReadModemLine(int timeoutMs);
 
     /// Has a modem that dials or is on line hang up, and clears ModemActive. Takes two seconds; nothing happens while
-    /// the port is closed. Not ended by Interrupt.
+    /// the port is closed. One that was interrupted has to be done again.
     void HangUpModem();
 
     /// Ends a pass-through link: has the module and the modem hang up, two seconds in all, and closes the port.
@@ -60,7 +60,7 @@ public:
     /// Drops what has arrived and what still comes until the modem has fallen silent, at most for 1.5 s.
     void DropInput();
 
-    /// From now on reading, delays and DropInput end at once, until Resume.
+    /// From now on every wait ends at once, until Resume.
     void Interrupt() { mInterrupted = true; }
     void Resume() { mInterrupted = false; }
 
@@ -70,9 +70,8 @@ private:
     [[nodiscard]] bool AsksWell(QString& text);
     [[nodiscard]] bool WaitIsOver() const;
     [[nodiscard]] bool TakeLine(QByteArray& line);
-    void Pause();
     void WriteIfOpen(const QByteArray& bytes);
-    void EscapeToCommands();
+    bool EscapeToCommands();
 
     SerialControl& mPort;
     EventPump& mPump;
