@@ -4,12 +4,12 @@
 #include "app/MainToolbar.h"
 #include "app/NodeDiscovery.h"
 #include "app/Services.h"
-#include "app/StatusLine.h"
-#include "app/ToolIcon.h"
 #include "app/UiState.h"
 #include "app/frmDiag.h"
 #include "model/CSystem.h"
 #include "remote/RDMain.h"
+#include "widgets/StatusLine.h"
+#include "widgets/ToolIcon.h"
 
 #include <QAction>
 

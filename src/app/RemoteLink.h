@@ -2,9 +2,9 @@
 
 #include "app/PortState.h"
 #include "app/RemoteWindowSet.h"
-#include "app/WaitCursor.h"
 #include "remote/RemoteConnection.h"
 #include "remote/RemoteView.h"
+#include "widgets/WaitCursor.h"
 
 #include <optional>
 
