@@ -37,23 +37,17 @@ int Connection::ConnectionType() const
     return type >= kTransceiver && type <= kRelay ? type : kTransceiver;
 }
 
-void Connection::NotYet(const QString& what)
-{
-    mHost.ShowMessage(QStringLiteral("%1 is not part of this version.").arg(what));
-}
-
 void Connection::Connect()
 {
+    CommonPreConnect();
     switch (ConnectionType()) {
     case kTransceiver:
-        CommonPreConnect();
         ConnectByTransceiver();
         break;
     case kModem:
-        NotYet(QStringLiteral("Connecting by modem"));
+        mHost.ModemConnect();
         break;
     default:
-        CommonPreConnect();
         mHost.RDconnect();
         break;
     }
@@ -120,10 +114,18 @@ void Connection::RefreshConnection(bool readPanels, bool detect)
 void Connection::Disconnect()
 {
     CommonPreDisconnect();
-    if (ConnectionType() == kRelay)
+    switch (ConnectionType()) {
+    case kTransceiver:
+        if (mServices.port.PortOpen())
+            mServices.port.setPortOpen(false);
+        break;
+    case kModem:
+        mHost.DisconnectModem();
+        break;
+    default:
         mHost.RDdisconnect();
-    else if (mServices.port.PortOpen())
-        mServices.port.setPortOpen(false);
+        break;
+    }
     CommonPostDisconnect();
 }
 
@@ -147,14 +149,27 @@ void Connection::CommonPostDisconnect()
     });
 }
 
-void Connection::PortWasLost(const QString& reason)
+void Connection::ForgetNetwork()
 {
-    // A node can't be unmounted over a port that is gone; only the record of it is dropped.
+    // A node can't be unmounted over a line that is gone; only the record of it is dropped.
     mSystem.UnmountNode();
     mServices.handler.setTargetPort(Transport::kNone);
     mHost.setDisplayState(kAnalogView);
     RefreshConnection(false, false);
-    mHost.ShowMessage(QStringLiteral("Comm Port %1 has gone away: %2").arg(mServices.settings.CommPort).arg(reason));
+}
+
+void Connection::PortWasLost(const QString& reason)
+{
+    ForgetNetwork();
+    mHost.ShowMessage(QStringLiteral("Comm Port %1 has gone away: %2").arg(mServices.port.CommPort()).arg(reason));
+}
+
+void Connection::CarrierWasLost()
+{
+    ForgetNetwork();
+    mHost.ShowMessage(QString());
+    mServices.boxes.MsgBox(QStringLiteral("Carrier lost, disconnected"), QMessageBox::Warning, QMessageBox::Ok,
+                           QStringLiteral("Disconnected"));
 }
 
 }  // namespace fenrik

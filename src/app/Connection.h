@@ -22,8 +22,10 @@ public:
     virtual bool UnmountNode(int node) = 0;
     virtual void SetToolbarEnabled(bool enabled) = 0;
     virtual void ShowMessage(const QString& text) = 0;
-    virtual void RDconnect() = 0;     ///< through the relay; tells its own failures
-    virtual void RDdisconnect() = 0;  ///< does no harm without a connection
+    virtual void ModemConnect() = 0;     ///< dials; tells its own failures
+    virtual void DisconnectModem() = 0;  ///< hangs up
+    virtual void RDconnect() = 0;        ///< through the relay; tells its own failures
+    virtual void RDdisconnect() = 0;     ///< does no harm without a connection
 };
 
 /// Connecting and disconnecting over the chosen method, and what follows a change of the connection.
@@ -49,13 +51,16 @@ public:
     /// The port's device has gone away.
     void PortWasLost(const QString& reason);
 
+    /// The modem at the other end is gone, and the port was closed for it.
+    void CarrierWasLost();
+
     /// The connection method in force, 1 to 3; anything else in the settings counts as 1.
     [[nodiscard]] int ConnectionType() const;
 
 private:
     void ConnectByTransceiver();
     void LoadSystemIfNone();
-    void NotYet(const QString& what);
+    void ForgetNetwork();
 
     const Services& mServices;
     const PortState& mPorts;

@@ -47,8 +47,8 @@ DiagHub::DiagHub(const Services& services, frmDiag& window, ProgramHost& program
       mCommands(services, mPorts, mSystem, mDiscovery, mUi, window),
       mConnection(services, mPorts, mSystem, mTransceiver, *this),
       mRemote(services, mPorts, mSystem, mDiscovery, mUi, window, *this),
-      mDisplay(services, mSystem, window.Messages(), *this), mPump(services.handler, *this, this),
-      mScripts(services, window.CommandComposer(), mUi, window.Status())
+      mModem(services, mTransceiver, mUi, window, *this), mDisplay(services, mSystem, window.Messages(), *this),
+      mPump(services.handler, *this, this), mScripts(services, window.CommandComposer(), mUi, window.Status())
 {
     mSendSync.setObjectName(QStringLiteral("TSendSync"));
     mSendSync.setParent(this);
@@ -236,6 +236,7 @@ bool DiagHub::PrepareToClose()
     mSendSync.stop();
     mWindow.Panels().StopMonitor();
     RDdisconnect();
+    mModem.HangUpForGood();
     if (mServices.port.PortOpen())
         mServices.port.setPortOpen(false);
     SaveSystem(SavePrompt::kAsk);
@@ -252,12 +253,6 @@ bool DiagHub::ModemActive() const
 void DiagHub::sendFrame(int type, const QByteArray& payload)
 {
     mRemote.Connection().sendFrame(type, payload);
-}
-
-void DiagHub::CloseModemLink()
-{
-    if (mServices.port.PortOpen())
-        mServices.port.setPortOpen(false);
 }
 
 void DiagHub::ShowPC(int count)
@@ -334,14 +329,6 @@ void DiagHub::ClickNode(int number)
 }
 
 // --- PumpHost ------------------------------------------------------------------------------------------------------
-
-void DiagHub::CarrierWasLost()
-{
-    mUi.SetUIState(UiState::kDisconnected);
-    mServices.handler.setTargetPort(Transport::kNone);
-    mConnection.RefreshConnection(false, false);
-    ShowMessage(QStringLiteral("Carrier lost, disconnected"));
-}
 
 void DiagHub::ShowMessageList(bool visible)
 {

@@ -4,6 +4,7 @@
 #include "app/Connection.h"
 #include "app/MessageDisplay.h"
 #include "app/MessagePump.h"
+#include "app/ModemLink.h"
 #include "app/NodeDiscovery.h"
 #include "app/NodeRefresh.h"
 #include "app/OperatorCommands.h"
@@ -39,7 +40,8 @@ class DiagHub : public QObject,
                 private UiStateHost,
                 private SystemOwner,
                 private RemoteProgress,
-                private RemoteLinkHost {
+                private RemoteLinkHost,
+                private ModemLinkHost {
     Q_OBJECT
 
 public:
@@ -106,7 +108,7 @@ private:
     [[nodiscard]] bool ModemActive() const override;
     void DisplayMessage(CMessage& message) override { mDisplay.DisplayMessage(message); }
     void sendFrame(int type, const QByteArray& payload) override;
-    void CloseModemLink() override;
+    void CloseModemLink() override { mModem.CloseModemLink(); }
     void ShowPC(int count) override;
     void ShowBC(int count) override;
     void ShowCollisionMark(bool active, const char* kind) override;
@@ -128,7 +130,7 @@ private:
     void ResetStates() override;
 
     // PumpHost
-    void CarrierWasLost() override;
+    void CarrierWasLost() override { mConnection.CarrierWasLost(); }
     void ShowMessageList(bool visible) override;
     bool TakenByStates(const CMessage& message) override;
     void NodeAnnounced(int node) override;
@@ -152,10 +154,13 @@ private:
     void HandleSelectedNodeChange() override;
     void HandleMountedNodeChange() override;
 
-    // RemoteProgress, RemoteLinkHost
+    // RemoteProgress, RemoteLinkHost, ModemLinkHost
     [[nodiscard]] int RemoteState() const override { return mRemote.Connection().RemoteState(); }
     void RDconnect() override { mRemote.Connection().RDconnect(); }
     void RDdisconnect() override { mRemote.Connection().RDdisconnect(); }
+    void ModemConnect() override { mModem.ModemConnect(); }
+    void DisconnectModem() override { mModem.DisconnectModem(); }
+    void SetPumping(bool pumping) override { mPump.setEnabled(pumping); }
     void RefreshTrafficTimers() override { mConnection.RefreshTrafficTimers(); }
     void LeaveDisabledView() override;
 
@@ -177,6 +182,7 @@ private:
     OperatorCommands mCommands;
     Connection mConnection;
     RemoteLink mRemote;
+    ModemLink mModem;
     MessageDisplay mDisplay;
     MessagePump mPump;
     ScriptRunner mScripts;

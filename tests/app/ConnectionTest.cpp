@@ -36,6 +36,8 @@ public:
         return true;
     }
     void SetToolbarEnabled(bool enabled) override { calls.push_back(enabled ? "toolbar on" : "toolbar off"); }
+    void ModemConnect() override { calls.push_back("dial"); }
+    void DisconnectModem() override { calls.push_back("hang up"); }
     void RDconnect() override { calls.push_back("relay"); }
     void RDdisconnect() override { calls.push_back("no relay"); }
     void ShowMessage(const QString& text) override { messages.push_back(text.toStdString()); }
@@ -266,6 +268,45 @@ TEST_F(ConnectionTest, ALostPortIsTold)
     EXPECT_EQ(window.messages.back(), "Comm Port 5 has gone away: Input/output error");
     EXPECT_EQ(system.MountedNodeNumber(), 0);
     EXPECT_EQ(handler.TargetPort(), Transport::kNone);
+}
+
+// --- By modem ------------------------------------------------------------------------------------------------------
+
+TEST_F(ConnectionTest, AModemIsDialledAfterWhatAllConnectionsBeginWith)
+{
+    settings.ConnectionType = 2;
+    connection.Connect();
+    EXPECT_THAT(window.calls, ElementsAre("toolbar off", "reset panels", "view 0", "dial"));
+}
+
+TEST_F(ConnectionTest, DisconnectingFromAModemHangsUpBehindTheUnmount)
+{
+    connection.Connect();
+    handler.setTargetPort(Transport::kModem);
+    settings.ConnectionType = 2;
+    system.MountNode(3);
+    window.calls.clear();
+    connection.Disconnect();
+    ASSERT_GE(window.calls.size(), 2u);
+    EXPECT_EQ(window.calls[0], "unmount 3");
+    EXPECT_EQ(window.calls[1], "hang up");
+    EXPECT_EQ(handler.TargetPort(), Transport::kNone) << "nothing is sent while the modem hangs up";
+}
+
+TEST_F(ConnectionTest, ALostCarrierIsToldWhenEverythingIsPutAway)
+{
+    connection.Connect();
+    system.MountNode(3);
+    port.setPortOpen(false);
+    window.calls.clear();
+    connection.CarrierWasLost();
+    EXPECT_THAT(window.calls, ElementsAre("view 0", "timers", "state 2"));
+    EXPECT_EQ(system.MountedNodeNumber(), 0);
+    EXPECT_EQ(handler.TargetPort(), Transport::kNone);
+    ASSERT_THAT(boxes.boxes, SizeIs(1));
+    EXPECT_EQ(boxes.boxes[0].text, "Carrier lost, disconnected");
+    EXPECT_EQ(boxes.boxes[0].title, "Disconnected");
+    EXPECT_EQ(boxes.boxes[0].icon, QMessageBox::Warning);
 }
 
 struct TypeRow {
