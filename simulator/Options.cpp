@@ -23,6 +23,7 @@ A vehicle of the Fenrik 2000 network on a pseudo-terminal. The tool finds it as 
   --name NAME          the user's name; Colleague if not given
   --grant, --deny      how the user answers who asks for access; --grant if nothing is said
   --ask                the answer comes from standard input, as with --control
+  --legacy             be a vehicle of the older network, Fenrik 98: six nodes that pass a token
   --scenario FILE      do what the file says (simulator/README.md describes the statements)
   --log FILE           write what is received and sent, a line for each frame
   --pace               send no faster than a line of 9600 baud
@@ -85,6 +86,7 @@ const OptionRow kRows[] = {
     {"--road", true, [](Options& o, const std::string& v) { o.road = TakeRoad(v); }},
     {"--write-images", true, [](Options& o, const std::string& v) { o.writeImages = v; }},
     {"--system", true, [](Options& o, const std::string& v) { o.system = v; }},
+    {"--legacy", false, [](Options& o, const std::string&) { o.legacy = true; }},
     {"--help", false, [](Options& o, const std::string&) { o.help = true; }},
 };
 
@@ -104,6 +106,8 @@ Options Options::Parse(const std::vector<std::string>& arguments)
     const bool hasPort = options.port != 0 || !options.deviceLink.empty();
     if (!options.help && options.RunsVehicle() && hasPort != options.relay.empty())
         throw std::invalid_argument("either --port, --device-link or --relay is needed");
+    if (options.legacy && (!options.relay.empty() || !options.RunsVehicle()))
+        throw std::invalid_argument("--legacy needs a port, and its nodes can't be described");
     return options;
 }
 

@@ -2,6 +2,7 @@
 
 #include "simulator/Colleague.h"
 #include "simulator/NodeDescriber.h"
+#include "simulator/Scenario.h"
 
 #include <filesystem>
 #include <optional>
@@ -24,10 +25,13 @@ struct Options {
     std::optional<double> duration;  ///< seconds
     unsigned seed = 1;
     bool help = false;
+    bool legacy = false;                   ///< the older network
     std::filesystem::path writeImages;     ///< folder; empty: none are written
     std::string system = "Demonstration";  ///< begins the images' names
     bool describe = false;
     std::optional<Road> road;  ///< to describe; nothing: each node's usual one
+
+    [[nodiscard]] Network NetworkKind() const { return legacy ? Network::Fenrik98 : Network::Fenrik2000; }
 
     /// True if the vehicle itself is asked for, and not only its description or images.
     [[nodiscard]] bool RunsVehicle() const { return !describe && writeImages.empty(); }

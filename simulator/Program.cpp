@@ -1,5 +1,7 @@
 #include "simulator/Program.h"
 
+#include "simulator/LegacyBus.h"
+
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -21,12 +23,21 @@ constexpr int kLongestWait = 1000;  // milliseconds
 
 Program::Program(const Options& options, const Scenario& scenario)
     : mOptions(options), mNodes(scenario.nodes), mLog(mTime, options.log.empty() ? nullptr : &mLogFile),
-      mSimulation(scenario, {options.paced, options.seed}, mTime, *this, mLog, *this),
-      mControlOpen(options.Controlled())
+      mSimulation(MakeNetwork(scenario)), mControlOpen(options.Controlled())
 {
     CatchSignals();
     OpenLog();
     Begin();
+}
+
+std::unique_ptr<Simulated> Program::MakeNetwork(const Scenario& scenario)
+{
+    const Simulation::Settings settings{mOptions.paced, mOptions.seed};
+    SimulatorLine& line = *this;
+    SimulationHost& host = *this;
+    if (mOptions.legacy)
+        return std::make_unique<LegacyBus>(scenario, settings, mTime, line, mLog, host);
+    return std::make_unique<Simulation>(scenario, settings, mTime, line, mLog, host);
 }
 
 void Program::Begin()
@@ -94,7 +105,7 @@ std::size_t Program::Write(std::span<const std::uint8_t> bytes)
 
 void Program::MessageForVehicle(std::string_view bytes)
 {
-    mSimulation.Receive({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()});
+    mSimulation->Receive({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()});
 }
 
 void Program::Tell(const std::string& line)
@@ -105,7 +116,7 @@ void Program::Tell(const std::string& line)
 void Program::Run()
 {
     while (mRunning) {
-        mSimulation.Step();
+        mSimulation->Step();
         if (mOptions.duration && mTime.Seconds() >= *mOptions.duration)
             break;
         if (mRunning)
@@ -118,7 +129,7 @@ void Program::Run()
 void Program::Wait()
 {
     const int data = mTerminal ? mTerminal->DataHandle() : -1;
-    const short room = mSimulation.Blocked() ? POLLOUT : 0;
+    const short room = mSimulation->Blocked() ? POLLOUT : 0;
     const short relayRoom = mRelay && mRelay->Unsent() ? POLLOUT : 0;
     // poll passes over the handles that are -1.
     std::array<pollfd, 5> handles{{{mSignals.Get(), POLLIN, 0},
@@ -152,7 +163,7 @@ void Program::ReadRelay()
 
 int Program::WaitMilliseconds() const
 {
-    double due = mSimulation.NextDue();
+    double due = mSimulation->NextDue();
     if (mOptions.duration)
         due = std::min(due, *mOptions.duration);
     const double milliseconds = std::ceil((due - mTime.Seconds()) * 1000);
@@ -171,7 +182,7 @@ void Program::ReadTerminal()
     NoteUsers();
     std::array<std::uint8_t, 4096> buffer{};
     const auto got = mTerminal->Read(buffer);
-    mSimulation.Receive(std::span(buffer).first(got));
+    mSimulation->Receive(std::span(buffer).first(got));
 }
 
 void Program::ReadControl()
@@ -194,9 +205,9 @@ void Program::Control(const std::string& line)
     try {
         if (mColleague && mColleague->Control(line)) {
             std::cout << "ok" << std::endl;
-        } else if (const auto action = ParseAction(line, mNodes)) {
+        } else if (const auto action = ParseAction(line, mNodes, mOptions.NetworkKind())) {
             mLog.Note("control: " + line);
-            mSimulation.Carry(*action);
+            mSimulation->Carry(*action);
             std::cout << "ok" << std::endl;
         }
     } catch (const std::exception& bad) {

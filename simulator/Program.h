@@ -43,6 +43,7 @@ private:
     void MessageForVehicle(std::string_view bytes) override;
     void Tell(const std::string& line) override;
 
+    [[nodiscard]] std::unique_ptr<Simulated> MakeNetwork(const Scenario& scenario);
     void CatchSignals();
     void OpenLog();
     void Begin();
@@ -60,7 +61,7 @@ private:
     SteadyTime mTime;
     std::ofstream mLogFile;
     TrafficLog mLog;
-    Simulation mSimulation;
+    std::unique_ptr<Simulated> mSimulation;
     FileHandle mSignals;
     std::unique_ptr<Terminal> mTerminal;
     std::unique_ptr<PortLink> mLink;

@@ -1,11 +1,13 @@
 #include "simulator/Scenario.h"
 
+#include "simulator/LegacyMessages.h"
 #include "simulator/QueryReplies.h"
 #include "simulator/SendQueue.h"
 #include "simulator/Vehicle.h"
 #include "simulator/Words.h"
 
 #include <algorithm>
+#include <span>
 #include <stdexcept>
 
 namespace fenrik {
@@ -227,11 +229,83 @@ constexpr VerbRow kVerbs[] = {
     {"deny", Verb::Deny, ParseNodeSwitch},
 };
 
-Action TakeAction(Words& words)
+std::uint8_t TakeByte(Words& words, const char* what)
+{
+    return std::uint8_t(words.TakeNumber(what, 0, 255));
+}
+
+// message 3 17, message 3 50 128
+void ParseMessage(Words& words, Action& action)
+{
+    action.node = TakeNode(words);
+    action.bytes.push_back(TakeByte(words, "message number"));
+    if (!words.Empty())
+        action.bytes.push_back(TakeByte(words, "value"));
+}
+
+// shed 3 on
+void ParseShedLine(Words& words, Action& action)
+{
+    action.count = words.TakeNumber("level", 1, kShedLevels);
+    action.on = words.TakeOptionalOnOff();
+}
+
+// miss 3, miss 3 5
+void ParseMiss(Words& words, Action& action)
+{
+    action.node = TakeNode(words);
+    action.count = words.Empty() ? 1 : words.TakeNumber("number of rounds", 1, kMaxCount);
+}
+
+void ParseCollide(Words& words, Action& action)
+{
+    action.count = words.Empty() ? 1 : words.TakeNumber("number of collisions", 1, kMaxCount);
+}
+
+// bytes 101 17 50 128
+void ParseBytes(Words& words, Action& action)
+{
+    do
+        action.bytes.push_back(TakeByte(words, "byte"));
+    while (!words.Empty());
+}
+
+// flood, flood 400, flood off
+void ParseByteFlood(Words& words, Action& action)
+{
+    if (words.TakeIf("off"))
+        return;
+    action.value = words.Empty() ? SendQueue::kBytesPerSecond : words.TakeDecimal("bytes a second", 1, 100000);
+}
+
+constexpr VerbRow kLegacyVerbs[] = {
+    {"message", Verb::Message, ParseMessage}, {"shed", Verb::ShedLine, ParseShedLine},
+    {"miss", Verb::Miss, ParseMiss},          {"silent", Verb::Silent, ParseNodeSwitch},
+    {"collide", Verb::Collide, ParseCollide}, {"bytes", Verb::Bytes, ParseBytes},
+    {"flood", Verb::Flood, ParseByteFlood},   {"no-transceiver", Verb::NoTransceiver, ParseSwitch},
+    {"quiet", Verb::Quiet, ParseSwitch},      {"unplug", Verb::Unplug, ParseNothing},
+    {"plug", Verb::Plug, ParseNothing},       {"quit", Verb::Quit, ParseNothing},
+};
+
+std::span<const VerbRow> VerbsOf(Network network)
+{
+    return network == Network::Fenrik98 ? std::span<const VerbRow>(kLegacyVerbs) : std::span<const VerbRow>(kVerbs);
+}
+
+std::vector<NodeSetup> LegacyNodes()
+{
+    std::vector<NodeSetup> nodes(kLegacyNodes);
+    for (int i = 0; i < kLegacyNodes; ++i)
+        nodes[std::size_t(i)].number = i + 1;
+    return nodes;
+}
+
+Action TakeAction(Words& words, Network network)
 {
     const auto word = words.Take("a statement");
-    const auto* row = std::ranges::find(kVerbs, word, &VerbRow::word);
-    if (row == std::end(kVerbs))
+    const auto verbs = VerbsOf(network);
+    const auto row = std::ranges::find(verbs, word, &VerbRow::word);
+    if (row == verbs.end())
         throw std::invalid_argument("unknown statement \"" + word + "\"");
     Action action;
     action.verb = row->verb;
@@ -295,10 +369,10 @@ void CheckScheduled(const ScheduledAction& scheduled, const Scenario& scenario)
         throw std::invalid_argument("the scenario repeats before this time comes");
 }
 
-void TakeStatement(Words& words, Scenario& scenario, int line)
+void TakeStatement(Words& words, Scenario& scenario, int line, Network network)
 {
     using When = ScheduledAction::When;
-    if (words.TakeIf("node"))
+    if (network == Network::Fenrik2000 && words.TakeIf("node"))
         return TakeNodeSetup(words, scenario);
     if (words.TakeIf("repeat")) {
         scenario.repeat = words.TakeDecimal("seconds", kShortestInterval, kLongestTime);
@@ -313,13 +387,13 @@ void TakeStatement(Words& words, Scenario& scenario, int line)
         scheduled.when = When::Every;
         scheduled.seconds = words.TakeDecimal("seconds", kShortestInterval, kLongestTime);
     }
-    scheduled.action = TakeAction(words);
+    scheduled.action = TakeAction(words, network);
     scenario.actions.push_back(scheduled);
 }
 
 }  // namespace
 
-Scenario Scenario::Parse(std::istream& in, std::vector<ScenarioProblem>& problems)
+Scenario Scenario::Parse(std::istream& in, std::vector<ScenarioProblem>& problems, Network network)
 {
     Scenario scenario;
     const auto attempt = [&](int line, auto&& work) {
@@ -334,22 +408,22 @@ Scenario Scenario::Parse(std::istream& in, std::vector<ScenarioProblem>& problem
         attempt(number, [&] {
             Words words(line);
             if (!words.Empty())
-                TakeStatement(words, scenario, number);
+                TakeStatement(words, scenario, number, network);
         });
     if (scenario.nodes.empty())
-        scenario.nodes = Vehicle::DefaultNodes();
+        scenario.nodes = network == Network::Fenrik98 ? LegacyNodes() : Vehicle::DefaultNodes();
     for (const auto& scheduled : scenario.actions)
         attempt(scheduled.line, [&] { CheckScheduled(scheduled, scenario); });
     std::ranges::stable_sort(problems, {}, &ScenarioProblem::line);
     return scenario;
 }
 
-std::optional<Action> ParseAction(std::string_view line, const std::vector<NodeSetup>& nodes)
+std::optional<Action> ParseAction(std::string_view line, const std::vector<NodeSetup>& nodes, Network network)
 {
     Words words(line);
     if (words.Empty())
         return std::nullopt;
-    const auto action = TakeAction(words);
+    const auto action = TakeAction(words, network);
     CheckNodes(action, nodes);
     return action;
 }

@@ -38,7 +38,13 @@ struct Action {
         Flood,          ///< `value` frames a second; 0: none
         Unplug,
         Plug,
-        Quit
+        Quit,
+        // Of the older network:
+        Message,   ///< `node` sends `bytes`: a message, or one with its value
+        ShedLine,  ///< loads of level `count` are shed, or no more
+        Miss,      ///< `node` misses the token `count` times
+        Collide,   ///< `count` messages are lost in collisions
+        Bytes      ///< `bytes` stand on the line at once
     };
 
     Verb verb = Verb::Quit;
@@ -50,7 +56,11 @@ struct Action {
     double value2 = 0;
     std::vector<std::uint16_t> queries;  ///< codes of query kinds
     std::vector<NodeStep> steps;
+    std::vector<std::uint8_t> bytes;
 };
+
+/// The generation of the network, each with statements of its own.
+enum class Network { Fenrik2000, Fenrik98 };
 
 /// An action and when it is carried out, in seconds since the scenario began.
 struct ScheduledAction {
@@ -75,11 +85,13 @@ struct Scenario {
     double repeat = 0;  ///< seconds after which the timed actions begin again; 0: never
 
     /// Reads a whole file; every bad line adds to `problems`, and the scenario is then not to be used.
-    [[nodiscard]] static Scenario Parse(std::istream& in, std::vector<ScenarioProblem>& problems);
+    [[nodiscard]] static Scenario Parse(std::istream& in, std::vector<ScenarioProblem>& problems,
+                                        Network network = Network::Fenrik2000);
 };
 
 /// The action that one statement without a time names, nothing for a blank line or a comment.
 /// Throws std::invalid_argument with the reason if the statement is bad or names what `nodes` don't have.
-[[nodiscard]] std::optional<Action> ParseAction(std::string_view line, const std::vector<NodeSetup>& nodes);
+[[nodiscard]] std::optional<Action> ParseAction(std::string_view line, const std::vector<NodeSetup>& nodes,
+                                                Network network = Network::Fenrik2000);
 
 }  // namespace fenrik

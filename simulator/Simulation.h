@@ -4,6 +4,7 @@
 #include "simulator/Scenario.h"
 #include "simulator/Schedule.h"
 #include "simulator/SendQueue.h"
+#include "simulator/Simulated.h"
 #include "simulator/Traffic.h"
 #include "simulator/Vehicle.h"
 
@@ -23,8 +24,8 @@ public:
 };
 
 /// The vehicle at its line: brings together what nodes answer, what they send by themselves and what the scenario
-/// has them do wrong. Knows no device and no clock of its own; the caller gives it bytes and calls Step when it is due.
-class Simulation {
+/// has them do wrong.
+class Simulation final : public Simulated {
 public:
     struct Settings {
         bool paced = false;
@@ -35,20 +36,11 @@ public:
     Simulation(const Scenario& scenario, const Settings& settings, const TimeSource& time, SimulatorLine& line,
                TrafficLog& log, SimulationHost& host);
 
-    /// Bytes from the tool.
-    void Receive(std::span<const std::uint8_t> bytes);
-
-    /// Does what is due by now.
-    void Step();
-
-    /// When Step has something to do (seconds of the time source).
-    [[nodiscard]] double NextDue() const;
-
-    /// True if Step is also to be called when the line has room again.
-    [[nodiscard]] bool Blocked() const { return mQueue.Blocked(); }
-
-    /// Carries out `action` at once.
-    void Carry(const Action& action);
+    void Receive(std::span<const std::uint8_t> bytes) override;
+    void Step() override;
+    [[nodiscard]] double NextDue() const override;
+    [[nodiscard]] bool Blocked() const override { return mQueue.Blocked(); }
+    void Carry(const Action& action) override;
 
 private:
     using Verb = Action::Verb;

@@ -28,7 +28,7 @@ std::optional<fenrik::Options> ReadOptions(int argc, char** argv)
     }
 }
 
-std::optional<fenrik::Scenario> ReadScenario(const std::filesystem::path& path)
+std::optional<fenrik::Scenario> ReadScenario(const std::filesystem::path& path, fenrik::Network network)
 {
     std::stringstream text;
     if (!path.empty()) {
@@ -38,7 +38,7 @@ std::optional<fenrik::Scenario> ReadScenario(const std::filesystem::path& path)
         text << file.rdbuf();
     }
     std::vector<fenrik::ScenarioProblem> problems;
-    auto scenario = fenrik::Scenario::Parse(text, problems);
+    auto scenario = fenrik::Scenario::Parse(text, problems, network);
     for (const auto& problem : problems)
         std::cerr << path.string() << ":" << problem.line << ": " << problem.text << "\n";
     if (!problems.empty())
@@ -72,7 +72,7 @@ int main(int argc, char** argv)
         return EXIT_SUCCESS;
     }
     try {
-        const auto scenario = ReadScenario(options->scenario);
+        const auto scenario = ReadScenario(options->scenario, options->NetworkKind());
         if (!scenario)
             return kExitBadInput;
         if (options->RunsVehicle())

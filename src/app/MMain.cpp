@@ -4,6 +4,7 @@
 #include "app/Services.h"
 #include "app/frmDiag.h"
 #include "app/frmSplash.h"
+#include "legacy/FrmDiag98.h"
 #include "link/Transceiver.h"
 #include "model/CSystem.h"
 #include "platform/CFileSystem.h"
@@ -40,18 +41,25 @@ bool MMain::Main()
     Guarded(mErrors, "MMain:Main", [this, &started] {
         frmSplash splash(mEnvironment.version);
         splash.show();
-        const WaitCursor hourglass;
-        mPump.Once();
-        LoadSettings();
-        mRemote.LoadRDSettings();
-        SelectUSBTransceiver(mPorts, mSettings, mRun);
-        if (!LoadCharacterMaps() || !OpenMainWindow(splash))
-            return;
-        ChooseDiagLogPath();
-        mLog.NewFileName();
-        started = true;
+        started = Start(splash);
+        if (started && mLegacyWindow)
+            AskForDatabase();
     });
     return started;
+}
+
+bool MMain::Start(frmSplash& splash)
+{
+    const WaitCursor hourglass;
+    mPump.Once();
+    LoadSettings();
+    mRemote.LoadRDSettings();
+    SelectUSBTransceiver(mPorts, mSettings, mRun);
+    if (!LoadCharacterMaps() || !OpenMainWindow(splash))
+        return false;
+    ChooseDiagLogPath();
+    mLog.NewFileName();
+    return true;
 }
 
 void MMain::LoadSettings()
@@ -88,6 +96,48 @@ bool MMain::LoadAnalogMaps()
 
 bool MMain::OpenMainWindow(frmSplash& splash)
 {
+    if (!mSettings.IsLegacyProtocol())
+        return OpenDiagWindow(splash);
+    OpenLegacyWindow();
+    return true;
+}
+
+void MMain::OpenLegacyWindow()
+{
+    const LegacyServices services{mSettings,
+                                  mStore,
+                                  mPort,
+                                  mLog,
+                                  mClock,
+                                  mPump,
+                                  mBoxes,
+                                  mErrors,
+                                  mEnvironment.version,
+                                  mAsciiMap,
+                                  mEnvironment.folder.Path()};
+    mLegacyWindow = std::make_unique<FrmDiag98>(services, static_cast<LegacyHost&>(*this));
+    mLegacyWindow->show();
+}
+
+void MMain::AskForDatabase()
+{
+    Protocol98& protocol = mLegacyWindow->Protocol();
+    if (!protocol.IsChosen())
+        mBoxes.MsgBox(QStringLiteral("A system database has not been selected.\n"
+                                     "Please select a system database."),
+                      QMessageBox::Information);
+    else if (!protocol.ConfirmDB())
+        mBoxes.MsgBox(QStringLiteral("The database %1\n"
+                                     "has been moved or deleted. Please select a new system Database.")
+                          .arg(QDir::toNativeSeparators(protocol.DatabaseFile())),
+                      QMessageBox::Warning);
+    else
+        return;
+    mLegacyWindow->ChooseDatabase();
+}
+
+bool MMain::OpenDiagWindow(frmSplash& splash)
+{
     const Services services{mSettings,
                             mStore,
                             mRun,
@@ -118,8 +168,6 @@ bool MMain::OpenMainWindow(frmSplash& splash)
     PopulatecboCategoryList();
     if (mRun.USBTransceiverPort != 0)
         mWindow->setStatus(QStringLiteral("USB Transceiver Detected and Autoselected."));
-    if (mSettings.IsLegacyProtocol())
-        mWindow->setMsg(QStringLiteral("Fenrik 98 is not part of this version; this is the monitor of Fenrik 2000."));
     mWindow->show();
     return true;
 }
@@ -168,6 +216,28 @@ void MMain::EndProgram()
     mEnding = true;
     mPump.Stop();
     QApplication::quit();
+}
+
+QWidget* MMain::MainWindow() const
+{
+    if (mLegacyWindow)
+        return mLegacyWindow.get();
+    return mWindow.get();
+}
+
+void MMain::OpenNetworkOptions(QWidget&)
+{
+    mLegacyWindow->setMsg(QStringLiteral("\"Network options\" is not part of this version."));
+}
+
+void MMain::OpenToolOptions(QWidget&)
+{
+    mLegacyWindow->setMsg(QStringLiteral("\"Tool options\" is not part of this version."));
+}
+
+void MMain::OpenAbout(QWidget&)
+{
+    mLegacyWindow->setMsg(QStringLiteral("\"About\" is not part of this version."));
 }
 
 int MMain::SelectedNodeNumber() const

@@ -6,6 +6,7 @@
 #include "catalogue/CommandCatalogue.h"
 #include "catalogue/SpecialCommands.h"
 #include "diagnostics/AsciiMap.h"
+#include "legacy/LegacyHost.h"
 #include "link/CMsgHandler.h"
 #include "logging/MsgLogging.h"
 #include "platform/Boxes.h"
@@ -29,12 +30,13 @@
 
 namespace fenrik {
 
+class FrmDiag98;
 class frmDiag;
 class frmSplash;
 
 /// The whole program as one object, made in main(): owns the settings, the command table, the link engine and the main
 /// window, and hands out references. What tests replace comes in by the constructor.
-class MMain : private CatalogueHost, private ProgramHost {
+class MMain : private CatalogueHost, private ProgramHost, private LegacyHost {
 public:
     struct Environment {
         ProgramFolder folder;
@@ -52,21 +54,37 @@ public:
     /// which it can't work; the user has been told then.
     bool Main();
 
-    /// Null before Main and if it failed.
+    /// Null before Main, if it failed, and while the older network's window is open.
     [[nodiscard]] frmDiag* Window() const { return mWindow.get(); }
+
+    /// Null but with the protocol "Fenrik 98".
+    [[nodiscard]] FrmDiag98* LegacyWindow() const { return mLegacyWindow.get(); }
+
+    /// The one of the two that there is.
+    [[nodiscard]] QWidget* MainWindow() const;
 
 private:
     void LoadCommands() override;
     void PopulatecboCategoryList() override;
     void ExploreDiagPath() override;
-    void SaveAndEnd() override;
+    void SaveAndEnd() override;  // also LegacyHost
     void EndProgram() override;
+
+    // LegacyHost
+    void OpenNetworkOptions(QWidget& parent) override;
+    void OpenToolOptions(QWidget& parent) override;
+    void OpenAbout(QWidget& parent) override;
+
     [[nodiscard]] int SelectedNodeNumber() const override;
 
+    bool Start(frmSplash& splash);
     void LoadSettings();
     bool LoadCharacterMaps();
     bool LoadAnalogMaps();
     bool OpenMainWindow(frmSplash& splash);
+    bool OpenDiagWindow(frmSplash& splash);
+    void OpenLegacyWindow();
+    void AskForDatabase();
     void ChooseDiagLogPath();
 
     Environment mEnvironment;
@@ -91,6 +109,7 @@ private:
     CMsgHandler mHandler;
     MsgLogging mLog;
     std::unique_ptr<frmDiag> mWindow;
+    std::unique_ptr<FrmDiag98> mLegacyWindow;
     bool mSettingsBroken = false;
     bool mEnding = false;
 };

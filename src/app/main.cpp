@@ -1,10 +1,10 @@
 #include "app/MMain.h"
-#include "app/frmDiag.h"
 #include "platform/TerminationSignals.h"
 #include "platform/VersionInfo.h"
 
 #include <QApplication>
 #include <QIcon>
+#include <QWidget>
 
 int main(int argc, char** argv)
 {
@@ -20,6 +20,6 @@ int main(int argc, char** argv)
         return 1;
     // A logout or Ctrl+C in a terminal ends the program as closing its window does: settings saved, port closed.
     const fenrik::TerminationSignals signals;
-    QObject::connect(&signals, &fenrik::TerminationSignals::Requested, program.Window(), &QWidget::close);
+    QObject::connect(&signals, &fenrik::TerminationSignals::Requested, program.MainWindow(), &QWidget::close);
     return QApplication::exec();
 }

@@ -22,9 +22,9 @@ QString Shown(const QString& field)
 
 }  // namespace
 
-FrmFileDialog::FrmFileDialog(Settings& settings, const QString& firstFolder, Boxes& boxes, std::vector<Volume> volumes,
-                             QWidget* parent)
-    : QDialog(parent), mSettings(settings), mBoxes(boxes), mVolumes(std::move(volumes)),
+FrmFileDialog::FrmFileDialog(Settings& settings, const QString& firstFolder, Boxes& boxes, Check check,
+                             std::vector<Volume> volumes, QWidget* parent)
+    : QDialog(parent), mSettings(settings), mBoxes(boxes), mVolumes(std::move(volumes)), mCheck(std::move(check)),
       mUi(std::make_unique<Ui::FrmFileDialog>())
 {
     mUi->setupUi(this);
@@ -43,7 +43,12 @@ void FrmFileDialog::SetUpLists()
     connect(mUi->Dir1, &QListWidget::itemActivated, this,
             [this](const QListWidgetItem* item) { EnterFolder(item->text()); });
     connect(mUi->File1, &QListWidget::currentTextChanged, this, &FrmFileDialog::ChooseFile);
-    connect(mUi->File1, &QListWidget::itemActivated, this, &QDialog::accept);
+    // Walking through the list with the keys only shows in the labels what each file is.
+    connect(mUi->File1, &QListWidget::itemClicked, this, [this] { (void)TellComplaint(); });
+    connect(mUi->File1, &QListWidget::itemActivated, this, [this] {
+        if (!TellComplaint())
+            accept();
+    });
     connect(mUi->cmdOk, &QPushButton::clicked, this, &QDialog::accept);
     mUi->lblPath->installEventFilter(this);
 }
@@ -85,9 +90,19 @@ void FrmFileDialog::EnterFolder(const QString& name)
 
 void FrmFileDialog::ChooseFile(const QString& name)
 {
+    const QString path = mFolder + QLatin1Char('/') + name;
     mFile = name;
-    mInfo = name.isEmpty() ? std::nullopt : ReadLegacyInfo(mFolder + QLatin1Char('/') + name);
+    mComplaint = name.isEmpty() ? QString() : mCheck(path);
+    mInfo = name.isEmpty() || !mComplaint.isEmpty() ? std::nullopt : ReadLegacyInfo(path);
     ShowInfo();
+}
+
+/// True if there was something to tell.
+bool FrmFileDialog::TellComplaint()
+{
+    if (!mComplaint.isEmpty())
+        mBoxes.MsgBox(mComplaint, QMessageBox::Warning);
+    return !mComplaint.isEmpty();
 }
 
 void FrmFileDialog::ShowInfo()

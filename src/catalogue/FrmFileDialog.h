@@ -5,6 +5,7 @@
 
 #include <QDialog>
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -24,8 +25,11 @@ class FrmFileDialog : public QDialog {
     Q_OBJECT
 
 public:
+    /// Why the file of that path can't be the database, in words for the user; empty if it can.
+    using Check = std::function<QString(const QString& path)>;
+
     /// The database in `settings` is preset; `firstFolder` is shown if there is none. References outlive the dialog.
-    FrmFileDialog(Settings& settings, const QString& firstFolder, Boxes& boxes,
+    FrmFileDialog(Settings& settings, const QString& firstFolder, Boxes& boxes, Check check,
                   std::vector<Volume> volumes = VolumesOfThisComputer(), QWidget* parent = nullptr);
     ~FrmFileDialog() override;
 
@@ -41,6 +45,7 @@ private:
     void ShowFolder(const QString& folder);
     void EnterFolder(const QString& name);
     void ChooseFile(const QString& name);
+    [[nodiscard]] bool TellComplaint();
     void ShowPath();
     void ShowInfo();
     [[nodiscard]] bool WantsNone();
@@ -50,7 +55,9 @@ private:
     Boxes& mBoxes;
     std::vector<Volume> mVolumes;
     QString mFolder;
+    Check mCheck;
     QString mFile;                    // name; empty while none is selected
+    QString mComplaint;               // about it
     std::optional<LegacyInfo> mInfo;  // of the file that is selected; nothing if it is no database
     std::unique_ptr<Ui::FrmFileDialog> mUi;
 };

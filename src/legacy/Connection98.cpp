@@ -6,8 +6,9 @@
 #include "platform/Boxes.h"
 #include "platform/Error.h"
 #include "platform/SerialControl.h"
-#include "shared/EventPump.h"
 #include "shared/Settings.h"
+
+#include <QScopeGuard>
 
 namespace fenrik {
 
@@ -31,15 +32,16 @@ void Connection98::Connect()
         return;
     BeginLog();
     mHost.ShowConnected(true);
+    const auto unlessOpen = qScopeGuard([this] {
+        if (!mServices.port.PortOpen())
+            ShowDisconnected();
+    });
     ResetPanels();
-    if (!OpenPort()) {
-        ShowDisconnected();
+    if (!OpenPort())
         return;
-    }
     mHost.ShowStatus(QStringLiteral("Initializing Transceiver..."));
     mTransceiver.SetTRMode();
-    if (mServices.port.PortOpen())
-        mHost.ShowStatus(QStringLiteral("Connected"));
+    mHost.ShowStatus(QStringLiteral("Connected"));
 }
 
 bool Connection98::FindDatabase()
@@ -88,7 +90,6 @@ bool Connection98::OpenPort()
             port.setPortOpen(true);
             return true;
         } catch (const Error& error) {
-            ShowDisconnected();
             again = AskAfterPortError(mServices.boxes, mServices.settings.CommPort, error);
         }
     }

@@ -240,6 +240,16 @@ QString Database::TableDefs(const QString& name) const
     return query.Value(0).toString();
 }
 
+QStringList Database::TableNames() const
+{
+    SqliteStatement query(Engine().get(), QStringLiteral("SELECT name FROM sqlite_master WHERE type = 'table' "
+                                                         "AND name NOT LIKE 'sqlite~_%' ESCAPE '~'"));
+    QStringList names;
+    while (query.Step())
+        names.append(query.Value(0).toString());
+    return names;
+}
+
 QString Database::Properties(const QString& name) const
 {
     const bool asksVersion = name.compare(QLatin1String("AccessVersion"), Qt::CaseInsensitive) == 0;

@@ -3,6 +3,7 @@
 #include "platform/JetCopy.h"
 
 #include <QString>
+#include <QStringList>
 #include <QVariant>
 
 #include <memory>
@@ -48,6 +49,9 @@ public:
 
     /// The name of the table as the file spells it. Throws kItemNotFound if there is no table or query of that name.
     [[nodiscard]] QString TableDefs(const QString& name) const;
+
+    /// The tables of the file, as it spells them; stored queries and the engine's own tables are not among them.
+    [[nodiscard]] QStringList TableNames() const;
 
     /// "AccessVersion": the file's own version number; "Build": the engine's version, of a Jet file what the file says
     /// of its maker's. Others throw kItemNotFound.

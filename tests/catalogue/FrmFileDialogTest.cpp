@@ -49,7 +49,7 @@ protected:
     void Open()
     {
         const std::vector<Volume> volumes{{"Home", folder.ProgramFolder()}, {"Stick", QDir::cleanPath(folder.Stick())}};
-        dialog = std::make_unique<FrmFileDialog>(settings, folder.ProgramFolder(), boxes, volumes);
+        dialog = std::make_unique<FrmFileDialog>(settings, folder.ProgramFolder(), boxes, check, volumes);
         dialog->show();
         ASSERT_TRUE(QTest::qWaitForWindowActive(dialog.get()));
     }
@@ -90,6 +90,7 @@ protected:
     SystemFolder folder;
     Settings settings;
     BoxRecorder boxes;
+    FrmFileDialog::Check check = [](const QString&) { return QString(); };
     std::unique_ptr<FrmFileDialog> dialog;
 };
 
@@ -258,6 +259,34 @@ TEST_F(FileDialog, AFileOfAnotherKindIsNoChoice)
     boxes.answers = {QMessageBox::No};
     dialog->close();
     EXPECT_EQ(boxes.boxes.size(), 1U);
+}
+
+TEST_F(FileDialog, AFileThatTheCheckRefusesIsToldWhenItIsClicked)
+{
+    check = [this](const QString& path) { return path == folder.Program("Old.dav") ? "Not that one" : ""; };
+    Open();
+    ClickText("File1", "Old.dav");
+    ASSERT_EQ(boxes.boxes.size(), 1U);
+    EXPECT_EQ(boxes.boxes[0].text, "Not that one");
+    EXPECT_EQ(Label("lblsystem"), "This is no system database.");
+    boxes.answers = {QMessageBox::Yes};
+    dialog->close();
+    EXPECT_EQ(boxes.boxes[1].text, kQuestion) << "it is not chosen";
+    EXPECT_EQ(settings.DatabaseName, "");
+}
+
+TEST_F(FileDialog, AFileThatTheCheckRefusesIsToldByTheKeysOnlyWhenItIsEntered)
+{
+    check = [](const QString&) { return "Not that one"; };
+    Open();
+    Find<QWidget>("File1").setFocus();
+    QTest::keyClick(&Find<QWidget>("File1"), Qt::Key_O);
+    EXPECT_EQ(Label("lblName"), "Old.dav");
+    EXPECT_THAT(boxes.boxes, IsEmpty());
+    QTest::keyClick(&Find<QWidget>("File1"), Qt::Key_Return);
+    ASSERT_EQ(boxes.boxes.size(), 1U);
+    EXPECT_EQ(boxes.boxes[0].text, "Not that one");
+    EXPECT_TRUE(dialog->isVisible());
 }
 
 TEST_F(FileDialog, LeavingTheFolderGivesTheFileUp)
