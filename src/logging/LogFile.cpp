@@ -15,11 +15,12 @@ void LogFile::Write(const QStringList& lines)
 {
     const QString end = QStringLiteral("\r\n");
     const QByteArray bytes = (lines.join(end) + end).toUtf8();
-    const qint64 size = mFile.size();
-    if (mFile.write(bytes) == bytes.size())
+    const qint64 written = mFile.write(bytes);
+    if (written == bytes.size())
         return;
     const QString reason = mFile.errorString();
-    mFile.resize(size);  // half a line would push the next one out of its columns
+    // Half a line would push the next one out of its columns.
+    mFile.resize(mFile.size() - qMax<qint64>(written, 0));
     Fail(reason);
 }
 

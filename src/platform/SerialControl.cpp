@@ -5,10 +5,13 @@
 #include <QHash>
 #include <QStringList>
 
+#include <array>
+#include <cerrno>
 #include <linux/serial.h>
 #include <poll.h>
 #include <sys/file.h>
 #include <sys/ioctl.h>
+#include <unistd.h>
 
 namespace fenrik {
 
@@ -16,6 +19,13 @@ namespace {
 
 constexpr int kFramingCheckMs = 500;
 constexpr qsizetype kInputLimit = 1 << 20;
+
+/// Traffic that merely streams by is gathered so long before it is looked at: three bytes at 9600 baud.
+constexpr int kGatherMs = 3;
+/// Looks at a silent line before the device is asked to report again.
+constexpr int kIdleLooks = 6;
+/// What comes so soon after an output may be its answer, and is read byte by byte as it comes.
+constexpr int kAnswerMs = 250;
 
 struct LineParameters {
     qint32 baud = 0;
@@ -58,7 +68,10 @@ SerialControl::SerialControl(const ComPorts& ports, QObject* parent, FramingErro
 {
     mFramingTimer.setInterval(kFramingCheckMs);
     connect(&mFramingTimer, &QTimer::timeout, this, &SerialControl::CheckFramingErrors);
-    connect(&mPort, &QSerialPort::readyRead, this, &SerialControl::TakeInput);
+    mGather.setSingleShot(true);
+    mGather.setTimerType(Qt::PreciseTimer);
+    connect(&mGather, &QTimer::timeout, this, &SerialControl::LookAgain);
+    connect(&mPort, &QSerialPort::readyRead, this, [this] { Take(mPort.readAll()); });
     connect(&mPort, &QSerialPort::errorOccurred, this, &SerialControl::HandleError);
 }
 
@@ -101,7 +114,8 @@ void SerialControl::Open()
         throw;
     }
     ClearInput();
-    WatchHangUp();
+    mAsked.invalidate();
+    WatchDevice();
     const auto count = mFramingErrorCount(mPort.handle());
     mCountsFramingErrors = count.has_value();
     mFramingErrors = count.value_or(0);
@@ -112,10 +126,13 @@ void SerialControl::Open()
 void SerialControl::Close()
 {
     mFramingTimer.stop();
-    if (mHangUp) {
+    mGather.stop();
+    for (auto* notifier : {&mArrival, &mHangUp}) {
+        if (!*notifier)
+            continue;
         // It may be the one that is being delivered.
-        mHangUp->setEnabled(false);
-        mHangUp.release()->deleteLater();
+        (*notifier)->setEnabled(false);
+        notifier->release()->deleteLater();
     }
     if (mPort.isOpen())
         mPort.close();
@@ -129,15 +146,27 @@ void SerialControl::LockExclusively()
         throw Error(ErrorNumber::kPortAlreadyOpen, QStringLiteral("Port already open"));
 }
 
-void SerialControl::WatchHangUp()
+void SerialControl::WatchDevice()
 {
-    // A device that was pulled out reads as an endless end of file, which QSerialPort takes for no data.
+    // QSerialPort reads whenever a byte arrives, which wakes the program for each byte of the line; it is kept from it
+    // by switching off its notifier. Should it have none, or read all the same, its bytes are taken from it.
+    for (QSocketNotifier* notifier : mPort.findChildren<QSocketNotifier*>())
+        if (notifier->type() == QSocketNotifier::Read)
+            notifier->setEnabled(false);
+    mArrival = std::make_unique<QSocketNotifier>(mPort.handle(), QSocketNotifier::Read);
+    connect(mArrival.get(), &QSocketNotifier::activated, this, &SerialControl::DataArrived);
     mHangUp = std::make_unique<QSocketNotifier>(mPort.handle(), QSocketNotifier::Exception);
-    connect(mHangUp.get(), &QSocketNotifier::activated, this, [this] {
-        pollfd device{mPort.handle(), 0, 0};
-        if (PortOpen() && ::poll(&device, 1, 0) > 0)
-            LosePort(QStringLiteral("The device was removed"));
-    });
+    connect(mHangUp.get(), &QSocketNotifier::activated, this, &SerialControl::CheckHangUp);
+}
+
+void SerialControl::CheckHangUp()
+{
+    // A device that was pulled out reads as an endless end of file, like one without data.
+    if (!PortOpen())
+        return;
+    pollfd device{mPort.handle(), 0, 0};
+    if (::poll(&device, 1, 0) > 0)
+        LosePort(QStringLiteral("The device was removed"));
 }
 
 void SerialControl::ApplySettings()
@@ -153,6 +182,12 @@ void SerialControl::Output(const QByteArray& bytes)
 {
     if (!PortOpen())
         throw Error(ErrorNumber::kPortNotOpen, QStringLiteral("Operation valid only when the port is open"));
+    mAsked.start();
+    if (mGather.isActive()) {
+        mGather.stop();
+        mArrival->setEnabled(true);
+        QueueDispatch();
+    }
     mPort.write(bytes);
     // Not waiting for the next turn of the event loop: the frame is on the line when this returns.
     mPort.flush();
@@ -188,17 +223,56 @@ void SerialControl::setRTSEnable(bool on)
     mPort.clearError();
 }
 
-void SerialControl::TakeInput()
+bool SerialControl::ReadDevice()
+{
+    std::array<char, 4096> bytes;
+    const ssize_t count = ::read(mPort.handle(), bytes.data(), bytes.size());
+    if (count > 0)
+        Take(QByteArray(bytes.data(), qsizetype(count)));
+    else if (count == 0 || (errno != EAGAIN && errno != EINTR))
+        CheckHangUp();
+    return count > 0;
+}
+
+void SerialControl::Take(QByteArray bytes)
 {
     mInput.remove(0, mTaken);
     mTaken = 0;
-    QByteArray bytes = mPort.readAll();
     // Where nobody reads, the newest bytes are lost, as on a line whose buffer is full.
     bytes.truncate(kInputLimit - qMin(mInput.size(), kInputLimit));
     mInput.append(bytes);
     mEventsDue += int(bytes.size());
-    // QSerialPort stays silent until this slot has returned, so the handler runs from a call of its own.
-    QueueDispatch();
+}
+
+bool SerialControl::MayBeAnswered() const
+{
+    return mAsked.isValid() && !mAsked.hasExpired(kAnswerMs);
+}
+
+void SerialControl::DataArrived()
+{
+    const bool heard = ReadDevice();
+    if (heard && !MayBeAnswered()) {
+        mArrival->setEnabled(false);
+        mSilentLooks = 0;
+        mGather.start(kGatherMs);
+    }
+    Dispatch();
+}
+
+void SerialControl::LookAgain()
+{
+    if (!PortOpen())
+        return;
+    mSilentLooks = ReadDevice() ? 0 : mSilentLooks + 1;
+    if (!PortOpen())
+        return;
+    // Started before anybody is told: a handler that waits is to hear the next bytes.
+    if (mSilentLooks < kIdleLooks && !MayBeAnswered())
+        mGather.start(kGatherMs);
+    else
+        mArrival->setEnabled(true);
+    Dispatch();
 }
 
 void SerialControl::QueueDispatch()
@@ -206,18 +280,23 @@ void SerialControl::QueueDispatch()
     if (mDispatchQueued)
         return;
     mDispatchQueued = true;
-    QMetaObject::invokeMethod(this, &SerialControl::Dispatch, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            mDispatchQueued = false;
+            Dispatch();
+        },
+        Qt::QueuedConnection);
 }
 
 void SerialControl::Dispatch()
 {
-    mDispatchQueued = false;
     if (mCountsFramingErrors)
         CheckFramingErrors();
     while (mEventsDue > 0 && InBufferCount() > 0) {
         --mEventsDue;
         // The handler may wait for the very bytes that came together with this one.
-        if (mEventsDue > 0)
+        if (mEventsDue > 0 && !mGather.isActive())
             QueueDispatch();
         mCommEvent = kEvReceive;
         Q_EMIT OnComm();

@@ -3,6 +3,7 @@
 #include "platform/ComPorts.h"
 
 #include <QByteArray>
+#include <QElapsedTimer>
 #include <QObject>
 #include <QSerialPort>
 #include <QSocketNotifier>
@@ -20,6 +21,9 @@ namespace fenrik {
 /// OnComm is raised from the event loop, never from inside Output or Input, once for each received byte (a handler
 /// that takes all bytes at once gets no further events for them) and once for each framing error. Bytes that arrive
 /// while a handler waits in the event pump are delivered to that wait.
+///
+/// What streams by unasked is looked at every 3 ms, so that a full line doesn't wake the program a thousand times a
+/// second; what follows an output within a quarter of a second is read as it comes.
 ///
 /// When the device goes away the port closes itself and PortLost tells it. A line that the device lacks (RTS on a
 /// pseudo-terminal) is no error.
@@ -80,9 +84,14 @@ private:
     void Open();
     void Close();
     void LockExclusively();
-    void WatchHangUp();
+    void WatchDevice();
+    void CheckHangUp();
     void ApplySettings();
-    void TakeInput();
+    bool ReadDevice();
+    void Take(QByteArray bytes);
+    [[nodiscard]] bool MayBeAnswered() const;
+    void DataArrived();
+    void LookAgain();
     void QueueDispatch();
     void Dispatch();
     void CheckFramingErrors();
@@ -92,8 +101,12 @@ private:
     const ComPorts& mPorts;
     FramingErrorCount mFramingErrorCount;
     QSerialPort mPort;
+    std::unique_ptr<QSocketNotifier> mArrival;
     std::unique_ptr<QSocketNotifier> mHangUp;
     QTimer mFramingTimer;
+    QTimer mGather;  // until the next look at a line that streams
+    int mSilentLooks = 0;
+    QElapsedTimer mAsked;  // since the last output
     int mCommPort = 1;
     QString mSettings = QStringLiteral("9600,n,8,1");
     int mInputLen = 0;

@@ -324,6 +324,34 @@ TEST_F(SerialControlTest, BytesOfTheSameBurstReachTheWaitOfTheFirstOnesHandler)
     EXPECT_THAT(events, SizeIs(5));
 }
 
+TEST_F(SerialControlTest, ALineThatFellSilentIsHeardAgain)
+{
+    Open();
+    terminal.Write("abc");
+    ASSERT_TRUE(HasArrived(3));
+    QTest::qWait(50);  // longer than a silent line is looked at
+    terminal.Write("def");
+    EXPECT_TRUE(HasArrived(6));
+    EXPECT_EQ(port.Input(), QByteArray("abcdef"));
+}
+
+TEST_F(SerialControlTest, AnOutputIntoAStreamLosesNothingOfIt)
+{
+    QByteArray heard;
+    Watch([this, &heard] {
+        heard += port.Input();
+        if (heard.size() == 3) {
+            terminal.Write("def");
+            port.Output("question");
+            terminal.Write("ghi");
+        }
+    });
+    Open();
+    terminal.Write("abc");
+    ASSERT_TRUE(QTest::qWaitFor([&heard] { return heard.size() == 9; }));
+    EXPECT_EQ(heard, QByteArray("abcdefghi"));
+}
+
 TEST_F(SerialControlTest, AHandlerMayCloseThePort)
 {
     Watch([this] { port.setPortOpen(false); });

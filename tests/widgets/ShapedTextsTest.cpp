@@ -48,6 +48,42 @@ TEST(ShapedTexts, LookAsAPainterDrawsThem)
     EXPECT_EQ(Shaped(texts, QStringLiteral("Horn"), area), Plain(QStringLiteral("Horn"), area)) << "a second time";
 }
 
+TEST(ShapedTexts, FiguresLookAsAPainterDrawsThem)
+{
+    for (const int points : {7, 9, 13, 24}) {
+        ShapedTexts texts;
+        QFont font;
+        font.setPointSize(points);
+        font.setKerning(false);
+        const auto draw = [&font](const std::function<void(QPainter&)>& text) {
+            return Drawn([&](QPainter& painter) {
+                painter.setFont(font);
+                text(painter);
+            });
+        };
+        for (const char* figures : {"0", "65535", "A7F0", "-12,345.67", "01:02:03 +5"}) {
+            const QString text = QString::fromLatin1(figures);
+            const QImage shaped =
+                draw([&](QPainter& painter) { texts.Draw(painter, QRect(2, 0, 230, 30), text, Qt::LeftToRight); });
+            const QImage plain = draw([&](QPainter& painter) {
+                const QFontMetrics metrics = painter.fontMetrics();
+                painter.drawText(2, (30 - metrics.height()) / 2 + metrics.ascent(), text);
+            });
+            EXPECT_EQ(shaped, plain) << figures << " at " << points;
+        }
+    }
+}
+
+TEST(ShapedTexts, FiguresThatDoNotFitAreElided)
+{
+    ShapedTexts texts;
+    const QString text = QStringLiteral("1234567890123456");
+    const QRect area(5, 3, 60, 24);
+    const QString elided = QFontMetrics(QFont()).elidedText(text, Qt::ElideRight, 60);
+    ASSERT_NE(elided, text);
+    EXPECT_EQ(Shaped(texts, text, area), Plain(elided, area));
+}
+
 TEST(ShapedTexts, TakeThePenOfEachPainting)
 {
     ShapedTexts texts;
