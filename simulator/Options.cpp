@@ -24,6 +24,7 @@ A vehicle of the Fenrik 2000 network on a pseudo-terminal. The tool finds it as 
   --grant, --deny      how the user answers who asks for access; --grant if nothing is said
   --ask                the answer comes from standard input, as with --control
   --legacy             be a vehicle of the older network, Fenrik 98: six nodes that pass a token
+  --modem              be a modem at the port; the vehicle answers at 555-0100
   --scenario FILE      do what the file says (simulator/README.md describes the statements)
   --log FILE           write what is received and sent, a line for each frame
   --pace               send no faster than a line of 9600 baud
@@ -75,6 +76,7 @@ const OptionRow kRows[] = {
     {"--grant", false, [](Options& o, const std::string&) { o.access = AccessAnswer::Grant; }},
     {"--deny", false, [](Options& o, const std::string&) { o.access = AccessAnswer::Deny; }},
     {"--ask", false, [](Options& o, const std::string&) { o.access = AccessAnswer::Ask; }},
+    {"--modem", false, [](Options& o, const std::string&) { o.modem = true; }},
     {"--scenario", true, [](Options& o, const std::string& v) { o.scenario = v; }},
     {"--log", true, [](Options& o, const std::string& v) { o.log = v; }},
     {"--pace", false, [](Options& o, const std::string&) { o.paced = true; }},
@@ -108,6 +110,8 @@ Options Options::Parse(const std::vector<std::string>& arguments)
         throw std::invalid_argument("either --port, --device-link or --relay is needed");
     if (options.legacy && (!options.relay.empty() || !options.RunsVehicle()))
         throw std::invalid_argument("--legacy needs a port, and its nodes can't be described");
+    if (options.modem && (!options.relay.empty() || options.legacy))
+        throw std::invalid_argument("--modem needs a port, and has no module of the older network");
     return options;
 }
 

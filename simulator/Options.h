@@ -20,6 +20,7 @@ struct Options {
     AccessAnswer access = AccessAnswer::Grant;
     std::filesystem::path log;
     std::filesystem::path scenario;
+    bool modem = false;  ///< the port is a modem's, which is to be dialled
     bool paced = false;
     bool control = false;
     std::optional<double> duration;  ///< seconds

@@ -42,6 +42,10 @@ std::unique_ptr<Simulated> Program::MakeNetwork(const Scenario& scenario)
 
 void Program::Begin()
 {
+    if (mOptions.modem) {
+        DialInHost& host = *this;
+        mDialIn = std::make_unique<DialIn>(Simulation::Settings{mOptions.paced, mOptions.seed}, mTime, mLog, host);
+    }
     if (mOptions.relay.empty())
         return Plug();
     mRelay = std::make_unique<RelaySocket>(mOptions.relay);
@@ -86,6 +90,8 @@ void Program::Unplug()
 {
     mLink.reset();
     mTerminal.reset();
+    if (mDialIn)
+        mDialIn->Modem().Abandon();
     mLog.Note("unplugged");
 }
 
@@ -93,6 +99,8 @@ const SimulatorLine* Program::Line() const
 {
     if (mColleague)
         return mColleague.get();
+    if (mDialIn)
+        return mDialIn.get();
     return mTerminal.get();
 }
 
@@ -100,7 +108,18 @@ std::size_t Program::Write(std::span<const std::uint8_t> bytes)
 {
     if (mColleague)
         return mColleague->Write(bytes);
-    return mTerminal ? mTerminal->Write(bytes) : 0;
+    return mDialIn ? mDialIn->Write(bytes) : WriteToTerminal(bytes);
+}
+
+std::size_t Program::WriteToTerminal(std::span<const std::uint8_t> bytes)
+{
+    return mTerminal ? mTerminal->Write(bytes) : bytes.size();
+}
+
+void Program::OrderModem(const ModemOrder& order)
+{
+    if (mDialIn)
+        mDialIn->Modem().Obey(order);
 }
 
 void Program::MessageForVehicle(std::string_view bytes)
@@ -116,6 +135,8 @@ void Program::Tell(const std::string& line)
 void Program::Run()
 {
     while (mRunning) {
+        if (mDialIn)
+            mDialIn->Step();
         mSimulation->Step();
         if (mOptions.duration && mTime.Seconds() >= *mOptions.duration)
             break;
@@ -129,7 +150,8 @@ void Program::Run()
 void Program::Wait()
 {
     const int data = mTerminal ? mTerminal->DataHandle() : -1;
-    const short room = mSimulation->Blocked() ? POLLOUT : 0;
+    const bool isBlocked = mDialIn ? mDialIn->Modem().Blocked() : mSimulation->Blocked();
+    const short room = isBlocked ? POLLOUT : 0;
     const short relayRoom = mRelay && mRelay->Unsent() ? POLLOUT : 0;
     // poll passes over the handles that are -1.
     std::array<pollfd, 5> handles{{{mSignals.Get(), POLLIN, 0},
@@ -164,6 +186,8 @@ void Program::ReadRelay()
 int Program::WaitMilliseconds() const
 {
     double due = mSimulation->NextDue();
+    if (mDialIn)
+        due = std::min(due, mDialIn->NextDue());
     if (mOptions.duration)
         due = std::min(due, *mOptions.duration);
     const double milliseconds = std::ceil((due - mTime.Seconds()) * 1000);
@@ -172,8 +196,11 @@ int Program::WaitMilliseconds() const
 
 void Program::NoteUsers()
 {
-    if (mTerminal->NoteUsers())
-        mLog.Note(mTerminal->Heard() ? "port opened" : "port closed");
+    if (!mTerminal->NoteUsers())
+        return;
+    mLog.Note(mTerminal->Heard() ? "port opened" : "port closed");
+    if (mDialIn && !mTerminal->Heard())
+        mDialIn->Modem().Abandon();
 }
 
 void Program::ReadTerminal()
@@ -181,8 +208,11 @@ void Program::ReadTerminal()
     // The opening may have been reported after the look at it and before the first byte.
     NoteUsers();
     std::array<std::uint8_t, 4096> buffer{};
-    const auto got = mTerminal->Read(buffer);
-    mSimulation->Receive(std::span(buffer).first(got));
+    const auto got = std::span(buffer).first(mTerminal->Read(buffer));
+    if (mDialIn)
+        mDialIn->Modem().Receive(got);
+    else
+        mSimulation->Receive(got);
 }
 
 void Program::ReadControl()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "simulator/DialIn.h"
 #include "simulator/FileHandle.h"
 #include "simulator/Options.h"
 #include "simulator/PortLink.h"
@@ -20,7 +21,7 @@ namespace fenrik {
 /// The running program: waits for bytes, room, users of the port, control lines, signals and the time, and lets the
 /// simulation work. While the terminal is unplugged the simulation goes on and nobody hears it. In place of a terminal
 /// there can be a relay.
-class Program final : public SimulationHost, private SimulatorLine, public ColleagueHost {
+class Program final : public SimulationHost, private SimulatorLine, public ColleagueHost, private DialInHost {
 public:
     /// Throws std::runtime_error or std::system_error if a file, the terminal or its link can't be had. `scenario` is
     /// used during construction only.
@@ -32,6 +33,7 @@ public:
     void Unplug() override;
     void Plug() override;
     void Quit() override { mRunning = false; }
+    void OrderModem(const ModemOrder& order) override;
 
 private:
     std::size_t Write(std::span<const std::uint8_t> bytes) override;
@@ -40,6 +42,10 @@ private:
 
     void SendToRelay(std::string_view bytes) override { mRelay->Send(bytes); }
     [[nodiscard]] bool RelayHasRoom() const override { return mRelay->HasRoom(); }
+    // DialInHost
+    std::size_t WriteToTerminal(std::span<const std::uint8_t> bytes) override;
+    void ByteForVehicle(std::uint8_t byte) override { mSimulation->Receive({&byte, 1}); }
+
     void MessageForVehicle(std::string_view bytes) override;
     void Tell(const std::string& line) override;
 
@@ -67,6 +73,7 @@ private:
     std::unique_ptr<PortLink> mLink;
     std::unique_ptr<RelaySocket> mRelay;
     std::unique_ptr<Colleague> mColleague;
+    std::unique_ptr<DialIn> mDialIn;
     bool mControlOpen;
     std::string mControlText;  // of an unfinished line
     bool mRunning = true;

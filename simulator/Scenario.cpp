@@ -193,6 +193,11 @@ void ParseFlood(Words& words, Action& action)
     action.value = words.Empty() ? kLineRate : words.TakeDecimal("frames a second", 1, 100000);
 }
 
+void ParseModem(Words& words, Action& action)
+{
+    action.modem = ModemOrder::Parse(words);
+}
+
 void ParseNothing(Words&, Action&) {}
 
 struct VerbRow {
@@ -216,6 +221,7 @@ constexpr VerbRow kVerbs[] = {
     {"no-transceiver", Verb::NoTransceiver, ParseSwitch},
     {"quiet", Verb::Quiet, ParseSwitch},
     {"flood", Verb::Flood, ParseFlood},
+    {"modem", Verb::Modem, ParseModem},
     {"unplug", Verb::Unplug, ParseNothing},
     {"plug", Verb::Plug, ParseNothing},
     {"quit", Verb::Quit, ParseNothing},

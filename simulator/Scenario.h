@@ -1,6 +1,7 @@
 #pragma once
 
 #include "link/Frame.h"
+#include "simulator/ModemOrder.h"
 #include "simulator/SimNode.h"
 
 #include <istream>
@@ -36,6 +37,7 @@ struct Action {
         NoTransceiver,  ///< the transceiver doesn't answer while `on`
         Quiet,          ///< no traffic of the vehicle's own while `on`
         Flood,          ///< `value` frames a second; 0: none
+        Modem,          ///< `modem`
         Unplug,
         Plug,
         Quit,
@@ -57,6 +59,7 @@ struct Action {
     std::vector<std::uint16_t> queries;  ///< codes of query kinds
     std::vector<NodeStep> steps;
     std::vector<std::uint8_t> bytes;
+    ModemOrder modem{};
 };
 
 /// The generation of the network, each with statements of its own.

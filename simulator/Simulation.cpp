@@ -175,7 +175,7 @@ void Simulation::Carry(const Action& action)
         {Verb::Cut, &Simulation::CarryCut},       {Verb::AnswerAs, &Simulation::CarryAnswerAs},
         {Verb::Odd, &Simulation::CarryOdd},       {Verb::Refuse, &Simulation::CarryRefuse},
         {Verb::Ignore, &Simulation::CarryIgnore}, {Verb::StateAs, &Simulation::CarryStateAs},
-        {Verb::Deny, &Simulation::CarryDeny},
+        {Verb::Deny, &Simulation::CarryDeny},     {Verb::Modem, &Simulation::CarryModem},
     };
     (this->*std::ranges::find(kRows, action.verb, &Row::verb)->carry)(action);
 }
@@ -309,6 +309,11 @@ void Simulation::CarryFlood(const Action& action)
 {
     mFloodRate = action.value;
     mNextFlood = mTime.Seconds();
+}
+
+void Simulation::CarryModem(const Action& action)
+{
+    mHost.OrderModem(action.modem);
 }
 
 void Simulation::CarryUnplug(const Action&)

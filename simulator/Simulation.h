@@ -21,6 +21,7 @@ public:
     virtual void Unplug() = 0;
     virtual void Plug() = 0;
     virtual void Quit() = 0;
+    virtual void OrderModem(const ModemOrder& order) = 0;
 };
 
 /// The vehicle at its line: brings together what nodes answer, what they send by themselves and what the scenario
@@ -80,6 +81,7 @@ private:
     void CarryNoTransceiver(const Action& action);
     void CarryQuiet(const Action& action);
     void CarryFlood(const Action& action);
+    void CarryModem(const Action& action);
     void CarryUnplug(const Action& action);
     void CarryPlug(const Action& action);
     void CarryQuit(const Action& action);

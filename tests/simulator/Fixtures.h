@@ -69,8 +69,10 @@ public:
     void Unplug() override { calls.emplace_back("unplug"); }
     void Plug() override { calls.emplace_back("plug"); }
     void Quit() override { calls.emplace_back("quit"); }
+    void OrderModem(const ModemOrder& order) override { orders.push_back(order); }
 
     std::vector<std::string> calls;
+    std::vector<ModemOrder> orders;
 };
 
 }  // namespace fenrik

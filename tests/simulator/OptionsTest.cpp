@@ -30,9 +30,9 @@ TEST(SimulatorOptions, ALinkMayTakeThePlaceOfAPort)
 TEST(SimulatorOptions, HelpNeedsNothingElseAndNamesEveryOption)
 {
     EXPECT_TRUE(Options::Parse({"--help"}).help);
-    for (const char* option :
-         {"--port", "--device-link", "--scenario", "--log", "--pace", "--control", "--duration", "--seed", "--help",
-          "--describe", "--road", "--write-images", "--system", "--relay", "--name", "--grant", "--deny", "--ask"})
+    for (const char* option : {"--port", "--device-link", "--scenario", "--log", "--pace", "--control", "--duration",
+                               "--seed", "--help", "--describe", "--road", "--write-images", "--system", "--relay",
+                               "--name", "--grant", "--deny", "--ask", "--modem"})
         EXPECT_THAT(Options::HelpText(), testing::HasSubstr(option));
 }
 
@@ -58,6 +58,8 @@ TEST(SimulatorOptions, ARelayMayTakeThePlaceOfAPort)
     EXPECT_FALSE(options.Controlled());
     EXPECT_TRUE(Options::Parse({"--relay", "localhost:48051", "--ask"}).Controlled());
     EXPECT_EQ(Options::Parse({"--relay", "localhost:48051"}).access, AccessAnswer::Grant);
+    EXPECT_TRUE(Options::Parse({"--modem", "--port", "6"}).modem);
+    EXPECT_FALSE(Options::Parse({"--port", "6"}).modem);
 }
 
 class BadOptions : public testing::TestWithParam<std::vector<std::string>> {};
@@ -73,6 +75,8 @@ INSTANTIATE_TEST_SUITE_P(
                     std::vector<std::string>{"--port", "0"}, std::vector<std::string>{"--describe", "--road", "short"},
                     std::vector<std::string>{"--road", "query"}, std::vector<std::string>{"--write-images"},
                     std::vector<std::string>{"--port", "5", "--relay", "localhost:48051"},
+                    std::vector<std::string>{"--modem"},
+                    std::vector<std::string>{"--modem", "--relay", "localhost:48051"},
                     std::vector<std::string>{"--port", "17"}, std::vector<std::string>{"--port", "x"},
                     std::vector<std::string>{"--port", "5", "--duration", "-1"},
                     std::vector<std::string>{"--port", "5", "--fast"}));
