@@ -79,6 +79,8 @@ protected:
                 SendFrame({903, frame.state, false, frame.data});
             else if (frame.command == 979)
                 SendFrame({979, false, false, 4});
+            else if (frame.command == 921 && frame.extended)
+                SendFrame({903, true, true, 0});
             else
                 SendFrame({950, false, false, 0});  // what views ask of the mounted node
         });

@@ -45,6 +45,8 @@ bool BoxWatcher::IsWorked(QDialog* dialog)
 
 void BoxWatcher::Look()
 {
+    // A window that is kept may be opened once more.
+    std::erase_if(mWorked, [](const QPointer<QDialog>& dialog) { return !dialog || !dialog->isVisible(); });
     QWidget* open = QApplication::activeModalWidget();
     if (open && mLeft.contains(open->objectName()))
         return;

@@ -7,7 +7,6 @@
 
 #include <QDir>
 #include <QFile>
-#include <QProcess>
 #include <QSettings>
 #include <QTest>
 
@@ -22,12 +21,6 @@ using testing::IsEmpty;
 
 const QString kScenario = QStringLiteral(FENRIK_SCENARIO_FOLDER "/download.txt");
 constexpr int kNodesInScenario = 11;
-
-/// What the view of the flash shows is read there and not by a download.
-bool IsOfTheHeader(const QString& key)
-{
-    return key.startsWith(QLatin1String("header ")) || key.startsWith(QLatin1String("version "));
-}
 
 class Download : public ToolTest {
 protected:
@@ -58,25 +51,9 @@ protected:
         return Text("txtMsg");
     }
 
-    /// The simulator's own description of a node: field and value.
-    [[nodiscard]] static std::vector<std::pair<QString, QString>> Described(int number, const QStringList& more = {})
+    [[nodiscard]] static DescribedFields Described(int number, const QStringList& more = {})
     {
-        QProcess describe;
-        describe.start(QStringLiteral(FENRIK_BIN_FOLDER "/fenrik-vehicle"),
-                       QStringList{"--describe", "--scenario", kScenario} + more);
-        EXPECT_TRUE(describe.waitForFinished());
-        std::vector<std::pair<QString, QString>> fields;
-        const QString head = QStringLiteral("node %1 ").arg(number);
-        const auto lines = QString::fromUtf8(describe.readAllStandardOutput()).split(QLatin1Char('\n'));
-        for (const QString& line : lines) {
-            if (!line.startsWith(head))
-                continue;
-            const QString field = line.mid(head.size());
-            const auto quote = field.indexOf(QLatin1String(" \""));
-            const auto split = quote >= 0 ? quote : field.lastIndexOf(QLatin1Char(' '));
-            fields.emplace_back(field.left(split), field.mid(split + 1));
-        }
-        return fields;
+        return DescribedNode(kScenario, number, more);
     }
 
     /// Number of the first node of that type and road.
@@ -94,17 +71,6 @@ protected:
     }
 
     void ExpectNodeAsDescribed(int number) { ExpectAsDescribed(Node(number), Described(number)); }
-
-    static void ExpectAsDescribed(const CNode& node, const std::vector<std::pair<QString, QString>>& fields)
-    {
-        const auto held = HeldNode(node);
-        ASSERT_GT(fields.size(), 3u);
-        for (const auto& [field, value] : fields) {
-            if (!IsOfTheHeader(field)) {
-                EXPECT_EQ(held.value(field), value) << "node " << int(node.number()) << ' ' << field.toStdString();
-            }
-        }
-    }
 };
 
 struct RoadRow {

@@ -2,6 +2,10 @@
 
 #include "model/CNode.h"
 
+#include <QProcess>
+
+#include <gtest/gtest.h>
+
 namespace fenrik {
 
 namespace {
@@ -26,6 +30,12 @@ QString RoadName(const CNode& node)
     if (node.VFlashSupport())
         return QStringLiteral("flash");
     return node.iProtocol() == CNode::kProtocolImage ? QStringLiteral("memory") : QStringLiteral("query");
+}
+
+/// What the view of the flash shows is read there and not by a download.
+bool IsOfTheHeader(const QString& key)
+{
+    return key.startsWith(QLatin1String("header ")) || key.startsWith(QLatin1String("version "));
 }
 
 void DescribeInput(const CDigitalInput& input, QMap<QString, QString>& held)
@@ -77,6 +87,36 @@ QMap<QString, QString> HeldNode(const CNode& node)
     for (int number = 1; number <= node.COutputs().Count(); ++number)
         DescribeOutput(*node.COutputs().Find(number), held);
     return held;
+}
+
+DescribedFields DescribedNode(const QString& scenario, int number, const QStringList& more)
+{
+    QProcess describe;
+    describe.start(QStringLiteral(FENRIK_BIN_FOLDER "/fenrik-vehicle"),
+                   QStringList{"--describe", "--scenario", scenario} + more);
+    EXPECT_TRUE(describe.waitForFinished());
+    DescribedFields fields;
+    const QString head = QStringLiteral("node %1 ").arg(number);
+    for (const QString& line : QString::fromUtf8(describe.readAllStandardOutput()).split(QLatin1Char('\n'))) {
+        if (!line.startsWith(head))
+            continue;
+        const QString field = line.mid(head.size());
+        const auto quote = field.indexOf(QLatin1String(" \""));
+        const auto split = quote >= 0 ? quote : field.lastIndexOf(QLatin1Char(' '));
+        fields.emplace_back(field.left(split), field.mid(split + 1));
+    }
+    return fields;
+}
+
+void ExpectAsDescribed(const CNode& node, const DescribedFields& fields)
+{
+    const auto held = HeldNode(node);
+    ASSERT_GT(fields.size(), 3u);
+    for (const auto& [field, value] : fields) {
+        if (!IsOfTheHeader(field)) {
+            EXPECT_EQ(held.value(field), value) << "node " << int(node.number()) << ' ' << field.toStdString();
+        }
+    }
 }
 
 }  // namespace fenrik

@@ -41,6 +41,18 @@ VehicleProcess::~VehicleProcess()
 
 void VehicleProcess::Start(const char* scenario)
 {
+    Start({"--port", "5"}, scenario);
+    ASSERT_THAT(ReadLine().toStdString(), testing::StartsWith("ready COM5 "));
+}
+
+void VehicleProcess::StartAtRelay(const QString& relay, const char* answer, const char* scenario)
+{
+    Start({"--relay", relay, "--name", "Bob", answer}, scenario);
+    ASSERT_EQ(ReadLine(), "ready relay Bob");
+}
+
+void VehicleProcess::Start(const QStringList& arguments, const char* scenario)
+{
     QFile file(mCopy.Path("scenario.txt"));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write(scenario);
@@ -48,15 +60,16 @@ void VehicleProcess::Start(const char* scenario)
     mProcess.setProcessEnvironment(mCopy.Environment());
     mProcess.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     mProcess.start(QStringLiteral(FENRIK_BIN_FOLDER "/fenrik-vehicle"),
-                   {"--port", "5", "--control", "--log", mCopy.Path("vehicle.log"), "--scenario", file.fileName()});
-    ASSERT_THAT(ReadLine().toStdString(), testing::StartsWith("ready COM5 "));
+                   arguments +
+                       QStringList{"--control", "--log", mCopy.Path("vehicle.log"), "--scenario", file.fileName()});
 }
 
 void VehicleProcess::Control(const char* statement)
 {
     mProcess.write(QByteArray(statement) + '\n');
     QByteArray answer = ReadLine();
-    while (answer.startsWith("ready "))  // a new terminal was plugged in
+    // A new terminal was plugged in, or the user of the relay is asked.
+    while (answer.startsWith("ready ") || answer.endsWith("grant or deny"))
         answer = ReadLine();
     ASSERT_EQ(answer, "ok") << statement;
 }

@@ -29,6 +29,9 @@ public:
     /// Starts with these statements as its scenario; fails the test if the vehicle does not get ready.
     void Start(const char* scenario);
 
+    /// The same as the user Bob of a relay; `answer` is one of "--grant", "--deny", "--ask".
+    void StartAtRelay(const QString& relay, const char* answer, const char* scenario);
+
     /// Carries out one statement; fails the test if the simulator objects.
     void Control(const char* statement);
 
@@ -44,6 +47,7 @@ public:
     int End();
 
 private:
+    void Start(const QStringList& arguments, const char* scenario);
     [[nodiscard]] QByteArray ReadLine();
 
     const PortableCopy& mCopy;
