@@ -38,7 +38,7 @@ end_session() {
 build_programs() {
     cmake --preset release -S "$root" -DFENRIK_BENCH=OFF >"$session/configure.log" 2>&1 ||
         { cat "$session/configure.log" >&2; die "The build could not be set up."; }
-    cmake --build "$root/build/release" --target fenrik-diagnostics fenrik-vehicle fenrik_sample
+    cmake --build "$root/build/release" --target fenrik-diagnostics fenrik-vehicle fenrik_sample fenrik_legacy_sample
 }
 
 # The user's own settings stay untouched. What is changed in the tool is kept for the next run.
@@ -51,6 +51,15 @@ use_own_profile() {
     mkdir -p "$XDG_CONFIG_HOME/fenrik-diagnostics" "$XDG_DATA_HOME"
     local settings=$XDG_CONFIG_HOME/fenrik-diagnostics/settings.ini
     [ -e "$settings" ] || printf '[Settings]\nCommPort=5\n' >"$settings"
+}
+
+# In the profile: the older network, with the database of the vehicle that the simulator is then. A database that was
+# chosen in the tool stays.
+choose_legacy_network() {
+    local settings=$XDG_CONFIG_HOME/fenrik-diagnostics/settings.ini
+    sed -i '/^Protocol=/d; s/^\[Settings\]$/&\nProtocol=Fenrik 98/' "$settings"
+    grep -q '^\[Database\]' "$settings" ||
+        printf '\n[Database]\nPath=%s\nName=Demonstration Bus 98.dav\n' "$bin/legacy" >>"$settings"
 }
 
 vehicle_ready() { grep -q '^ready ' "$session/vehicle.out" || ! running "$vehicle"; }
@@ -92,7 +101,7 @@ start_tool() {
 find_tool_window() {
     local id WIDTH
     running "$tool" || return 0
-    for id in $(xdotool search --onlyvisible --name '^Fenrik Diagnostics' 2>/dev/null); do
+    for id in $(xdotool search --onlyvisible --name '^Fenrik(II)? Diagnostics' 2>/dev/null); do
         WIDTH=0
         eval "$(xdotool getwindowgeometry --shell "$id" 2>/dev/null | grep '^WIDTH=')"
         [ "$WIDTH" -lt 700 ] || { tool_window=$id; return 0; }
@@ -124,9 +133,9 @@ close_tool() {
     wait "$tool" || { cat "$session/tool.log" >&2; die "The tool has failed."; }
 }
 
-# Number of frames that the tool has written to its logs since it was started.
+# Number of frames, or messages of the older network, that the tool has written to its logs since it was started.
 logged_frames() {
     [ -d "$bin/diaglogs" ] || { echo 0; return; }
     find "$bin/diaglogs" -name '*.txt' -newer "$session/tool-started" -exec cat {} + |
-        grep -cE '([0-9A-F]{1,2}\.){5}[0-9A-F]{1,2}' || true
+        grep -cE '([0-9A-F]{1,2}\.){5}[0-9A-F]{1,2}|^ [1-6]  ' || true
 }

@@ -76,7 +76,6 @@ void Connection98::ResetPanels()
     mPanels.ClearMisc();
     mMarks.Reset();
     mMonitor.Start();
-    mHost.ShowMessage(QString());
 }
 
 bool Connection98::OpenPort()

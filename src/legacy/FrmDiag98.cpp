@@ -25,7 +25,7 @@ namespace fenrik {
 
 namespace {
 
-constexpr QSize kDefaultSize(1024, 768);
+constexpr QSize kDefaultSize(844, 760);
 constexpr int kPanelShare = 330;
 constexpr int kListShare = 350;
 constexpr int kMargin = 4;
@@ -120,7 +120,8 @@ void FrmDiag98::ShowDatabase()
 void FrmDiag98::ShowConnected(bool connected)
 {
     mToolbar->ShowConnected(connected);
-    ShowDatabase();
+    if (connected)
+        ShowDatabase();
 }
 
 void FrmDiag98::ShowStatus(const QString& text)

@@ -16,10 +16,9 @@ constexpr int kLines = 6;
 
 void Greeting98::Play()
 {
-    if (mPlayed)
+    if (mPlayed || Over())
         return;
     mPlayed = true;
-    mGraphics.StartOpening();
     for (const bool dim : {true, false}) {
         Draw(dim);
         mPump.WaitFor([this] { return Over(); }, kPassSeconds);

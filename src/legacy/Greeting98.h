@@ -8,7 +8,8 @@ class EventPump;
 class Graphics;
 class VersionInfo;
 
-/// The greeting on the wide face, once: for half a second dark, then lit. Clearing the face ends it.
+/// The greeting on the wide face, once: for half a second dark, then lit. Clearing the face ends it, also before it has
+/// begun.
 class Greeting98 {
 public:
     /// All outlive it.

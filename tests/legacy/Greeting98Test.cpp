@@ -61,6 +61,14 @@ TEST_F(GreetingTest, AConnectionInItsMiddleEndsIt)
     EXPECT_EQ(Analog(2), std::string(32, ' '));
 }
 
+TEST_F(GreetingTest, AConnectionBeforeItComesFirst)
+{
+    panels.ClearAnalog();
+    greeting.Play();
+    EXPECT_TRUE(AnalogIsBlank());
+    EXPECT_EQ(Elapsed(), 0);
+}
+
 TEST_F(GreetingTest, TheProgramsEndEndsIt)
 {
     pump.After(0.2, [this] { pump.Stop(); });

@@ -230,6 +230,16 @@ TEST_F(DatabaseTest, ADatabaseInNoFolderIsNotCreated)
               ErrorNumber::kPathFileAccess);
 }
 
+TEST_F(DatabaseTest, TableNamesAreTheTablesWithoutQueriesAndTheEnginesOwn)
+{
+    const auto database = Database::OpenDatabase(path, false, false);
+    const QStringList before = database->TableNames();
+    EXPECT_TRUE(before.contains("Fruit"));
+    EXPECT_FALSE(before.contains("Heavy")) << "a query";
+    database->Execute("CREATE TABLE Numbered (a INTEGER PRIMARY KEY AUTOINCREMENT)");
+    EXPECT_EQ(database->TableNames(), before + QStringList("Numbered")) << "and no sqlite_sequence";
+}
+
 TEST_F(DatabaseTest, TableDefsFindsTablesAndQueriesInAnyCase)
 {
     const auto database = Database::OpenDatabase(MakeFruit(), false, true);
