@@ -232,7 +232,7 @@ TEST_F(DatabaseTest, ADatabaseInNoFolderIsNotCreated)
 
 TEST_F(DatabaseTest, TableNamesAreTheTablesWithoutQueriesAndTheEnginesOwn)
 {
-    const auto database = Database::OpenDatabase(path, false, false);
+    const auto database = Database::OpenDatabase(MakeFruit(), false, false);
     const QStringList before = database->TableNames();
     EXPECT_TRUE(before.contains("Fruit"));
     EXPECT_FALSE(before.contains("Heavy")) << "a query";

@@ -30,9 +30,10 @@ TEST(SimulatorOptions, ALinkMayTakeThePlaceOfAPort)
 TEST(SimulatorOptions, HelpNeedsNothingElseAndNamesEveryOption)
 {
     EXPECT_TRUE(Options::Parse({"--help"}).help);
-    for (const char* option : {"--port", "--device-link", "--scenario", "--log", "--pace", "--control", "--duration",
-                               "--seed", "--help", "--describe", "--road", "--write-images", "--system", "--relay",
-                               "--name", "--grant", "--deny", "--ask", "--modem"})
+    for (const char* option :
+         {"--port", "--device-link", "--scenario", "--log",  "--pace",         "--control", "--duration",
+          "--seed", "--help",        "--describe", "--road", "--write-images", "--system",  "--relay",
+          "--name", "--grant",       "--deny",     "--ask",  "--modem",        "--legacy"})
         EXPECT_THAT(Options::HelpText(), testing::HasSubstr(option));
 }
 
@@ -47,6 +48,15 @@ TEST(SimulatorOptions, TellingNodesNeedsNoPort)
     EXPECT_FALSE(options.RunsVehicle());
     EXPECT_TRUE(Options::Parse({"--port", "5"}).RunsVehicle());
     EXPECT_FALSE(Options::Parse({"--describe"}).road);
+}
+
+TEST(SimulatorOptions, TheOlderNetworkHasAPortAndNothingToDescribe)
+{
+    EXPECT_EQ(Options::Parse({"--port", "5", "--legacy"}).NetworkKind(), Network::Fenrik98);
+    EXPECT_EQ(Options::Parse({"--port", "5"}).NetworkKind(), Network::Fenrik2000);
+    EXPECT_THROW(Options::Parse({"--legacy", "--relay", "localhost:1"}), std::invalid_argument);
+    EXPECT_THROW(Options::Parse({"--legacy", "--describe"}), std::invalid_argument);
+    EXPECT_THROW(Options::Parse({"--legacy"}), std::invalid_argument);
 }
 
 TEST(SimulatorOptions, ARelayMayTakeThePlaceOfAPort)

@@ -66,6 +66,22 @@ protected:
     QProcess process;
 };
 
+TEST_F(VehicleProgram, IsTheOlderNetworkWhenItIsAsked)
+{
+    Start({"--port", "5", "--legacy", "--control", "--scenario", WriteFile("quiet.txt", "quiet\n")});
+    ASSERT_THAT(ReadLine(), StartsWith("ready COM5 /dev/pts/"));
+    const Device device(link.string());
+    ASSERT_TRUE(device.Open());
+    const ByteList tokens = device.Read(3);
+    ASSERT_EQ(tokens.size(), 3);
+    for (const auto token : tokens)
+        EXPECT_THAT(token, testing::AllOf(testing::Ge(101), testing::Le(106)));
+    EXPECT_EQ(Control("message 2 17"), "ok");
+    EXPECT_EQ(Control("send 12 on"), "error: unknown statement \"send\"");
+    EXPECT_EQ(Control("quit"), "ok");
+    EXPECT_EQ(ExitCode(), 0);
+}
+
 TEST_F(VehicleProgram, WakesAnswersAPingLogsBothAndRemovesItsLinkWhenTerminated)
 {
     const auto log = QString::fromStdString(Path("log.txt"));
