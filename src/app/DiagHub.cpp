@@ -48,7 +48,8 @@ DiagHub::DiagHub(const Services& services, frmDiag& window, ProgramHost& program
       mConnection(services, mPorts, mSystem, mTransceiver, *this),
       mRemote(services, mPorts, mSystem, mDiscovery, mUi, window, *this),
       mModem(services, mTransceiver, mUi, window, *this), mDisplay(services, mSystem, window.Messages(), *this),
-      mPump(services.handler, *this, this), mScripts(services, window.CommandComposer(), mUi, window.Status())
+      mPump(services.handler, *this, this), mScripts(services, window.CommandComposer(), mUi, window.Status()),
+      mOptions(services, *this, window, program)
 {
     mSendSync.setObjectName(QStringLiteral("TSendSync"));
     mSendSync.setParent(this);

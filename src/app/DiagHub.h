@@ -2,6 +2,7 @@
 
 #include "app/Composer.h"
 #include "app/Connection.h"
+#include "app/DiagOptions.h"
 #include "app/MessageDisplay.h"
 #include "app/MessagePump.h"
 #include "app/ModemLink.h"
@@ -61,6 +62,7 @@ public:
     [[nodiscard]] OperatorCommands& Commands() { return mCommands; }
     [[nodiscard]] ScriptRunner& Scripts() { return mScripts; }
     [[nodiscard]] RemoteWindowSet& RemoteWindows() { return mRemote.Windows(); }
+    [[nodiscard]] DiagOptions& Options() { return mOptions; }
     [[nodiscard]] const PortState& Ports() const { return mPorts; }
 
     /// ComposerHost
@@ -85,6 +87,7 @@ public:
     void Compose(int command, bool on);
 
     void setConnectionType(int type);
+    void ShowNodeBars() { RefreshUINodeBarNodes(); }
     void MountSelectedNode();
     void UnmountMountedNode();
     void PingSelectedNode();
@@ -186,6 +189,7 @@ private:
     MessageDisplay mDisplay;
     MessagePump mPump;
     ScriptRunner mScripts;
+    DiagOptions mOptions;
     QTimer mSendSync;
 };
 

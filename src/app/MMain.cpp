@@ -15,6 +15,8 @@
 #include <QApplication>
 #include <QDir>
 
+#include <utility>
+
 namespace fenrik {
 
 MMain::Environment MMain::OfThisProcess()
@@ -65,6 +67,7 @@ bool MMain::Start(frmSplash& splash)
 void MMain::LoadSettings()
 {
     mSettingsBroken = !Guarded(mErrors, "MMain:LoadSettings", [this] { fenrik::LoadSettings(mStore, mSettings); });
+    mRun.LegacyProtocol = mSettings.IsLegacyProtocol();
 }
 
 bool MMain::LoadCharacterMaps()
@@ -199,15 +202,21 @@ void MMain::ExploreDiagPath()
     });
 }
 
-void MMain::SaveAndEnd()
+void MMain::WriteSettings()
 {
     Guarded(mErrors, "MMain:SaveSettings", [this] {
-        if (mSettingsBroken)
+        // Once: what the first write leaves behind is not broken any more.
+        if (std::exchange(mSettingsBroken, false))
             mStore.KeepBrokenCopy();
-        mSettings.FirstRun = false;
         mRemote.SaveRDSettings();
         SaveSettings(mStore, mSettings);
     });
+}
+
+void MMain::SaveAndEnd()
+{
+    mSettings.FirstRun = false;
+    WriteSettings();
     EndProgram();
 }
 

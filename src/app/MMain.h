@@ -67,6 +67,7 @@ private:
     void LoadCommands() override;
     void PopulatecboCategoryList() override;
     void ExploreDiagPath() override;
+    void WriteSettings() override;
     void SaveAndEnd() override;  // also LegacyHost
     void EndProgram() override;
 

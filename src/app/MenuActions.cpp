@@ -8,6 +8,7 @@
 #include "app/ToolbarActions.h"
 #include "app/frmDiag.h"
 #include "app/messages/MessageListModel.h"
+#include "options/WebPages.h"
 #include "platform/Shell.h"
 #include "shared/ErrorReporter.h"
 #include "shared/Settings.h"
@@ -27,11 +28,10 @@ struct ButtonEntry {
 
 // Entries that do what a button does.
 constexpr ButtonEntry kButtonEntries[] = {
-    {"mnuSettingsOptions", "Harnwick"},      {"mnuSettingsLogging", "Log"}, {"mnuSettingsNetwork", "Port"},
+    {"mnuSettingsOptions", "Harnwick"},      {"mnuSettingsLogging", "Log"}, {"mnuSettingsNetwork", "Port", true},
     {"mnuSettingsDatabase", "System", true}, {"mnuHelpAbout", "About"},
 };
 
-constexpr const char* kMakersPage = "https://www.harnwick.example/fenrik";
 constexpr const char* kMethodPrefix = "mnuConnectUsing_10";
 
 }  // namespace
@@ -59,7 +59,7 @@ void MenuActions::Choose(const QString& entry)
     else if (entry == QLatin1String("mnuSettingsExit"))
         mWindow.close();
     else if (entry == QLatin1String("mnuHelpHarnwick"))
-        mServices.shell.OpenPage(QLatin1String(kMakersPage));
+        mServices.shell.OpenPage(QLatin1String(WebPages::kFenrik));
     else
         mWindow.setMsg(QStringLiteral("\"%1\" is not part of this version.")
                            .arg(mWindow.Menus().Entry(entry)->text().remove(QLatin1Char('&'))));

@@ -16,6 +16,9 @@ public:
     /// Opens the folder of the message logs in the desktop's file explorer.
     virtual void ExploreDiagPath() = 0;
 
+    /// Writes all settings into their store.
+    virtual void WriteSettings() = 0;
+
     /// Writes the settings and ends the program; the last thing that a window does.
     virtual void SaveAndEnd() = 0;
 };

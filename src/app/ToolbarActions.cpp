@@ -54,6 +54,8 @@ void ToolbarActions::Run(const QString& key)
         {QStringLiteral("RDChat"), [](ToolbarActions& self) { self.mHub.RemoteWindows().OpenChat(); }},
         {QStringLiteral("RDPing"), [](ToolbarActions& self) { self.mHub.RemoteWindows().OpenLatency(); }},
         {QStringLiteral("DiagLog"), [](ToolbarActions& self) { self.mProgram.ExploreDiagPath(); }},
+        {QStringLiteral("Harnwick"), [](ToolbarActions& self) { self.mHub.Options().OpenToolOptions(); }},
+        {QStringLiteral("About"), [](ToolbarActions& self) { self.mHub.Options().OpenAbout(); }},
     };
     if (const int view = ViewSwitch::StateOfName(key); view >= 0)
         mHub.Views().setDisplayState(view);
