@@ -2,12 +2,12 @@
 
 #include "options/OptionsHost.h"
 #include "shared/Settings.h"
+#include "widgets/ToolIcon.h"
 
 #include "ui_FrmOptions.h"
 
 #include <QDir>
 #include <QFileInfo>
-#include <QIcon>
 
 #include <algorithm>
 
@@ -47,7 +47,7 @@ void FrmOptions::ShowSettings()
     mUi->ChkListAllMsgs->setChecked(mSettings.ListAllMsgs);
     mUi->ChkCompactList->setChecked(mSettings.CompactList);
     mUi->ChkHex->setChecked(mSettings.HexData);
-    mUi->imgInfo->setPixmap(QIcon(QStringLiteral(":/icons/Info.png")).pixmap(kPicture));
+    mUi->imgInfo->setPixmap(ToolIcon(QStringLiteral("Info")).pixmap(kPicture));
 }
 
 void FrmOptions::ShowDatabase(const QString& database, const QString& defaultDatabase)

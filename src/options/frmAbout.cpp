@@ -6,10 +6,10 @@
 #include "platform/Shell.h"
 #include "platform/VersionInfo.h"
 #include "shared/ErrorReporter.h"
+#include "widgets/ToolIcon.h"
 
 #include "ui_frmAbout.h"
 
-#include <QIcon>
 #include <QKeyEvent>
 
 namespace fenrik {
@@ -59,8 +59,8 @@ void frmAbout::ShowVersion()
 
 void frmAbout::ShowLogos()
 {
-    mUi->imFenrikLogo->setPixmap(QIcon(QStringLiteral(":/icons/fenrik-diagnostics.png")).pixmap(kLogo));
-    mUi->imHarnwickLogo->setPixmap(QIcon(QStringLiteral(":/icons/HarnwickLogo.png")).pixmap(kLogo));
+    mUi->imFenrikLogo->setPixmap(ToolIcon(QStringLiteral("fenrik-diagnostics")).pixmap(kLogo));
+    mUi->imHarnwickLogo->setPixmap(ToolIcon(QStringLiteral("HarnwickLogo")).pixmap(kLogo));
 }
 
 void frmAbout::SetUpLinks()

@@ -1,5 +1,6 @@
 #include "options/frmCommSetup.h"
 
+#include "modem/frmModemAutoDetect.h"
 #include "options/ModemChoice.h"
 #include "options/OptionsHost.h"
 #include "options/PortChoice.h"
@@ -10,11 +11,11 @@
 #include "platform/SerialControl.h"
 #include "shared/ErrorReporter.h"
 #include "shared/Settings.h"
+#include "widgets/ToolIcon.h"
 
 #include "ui_frmCommSetup.h"
 
 #include <QApplication>
-#include <QIcon>
 
 namespace fenrik {
 
@@ -65,7 +66,7 @@ void frmCommSetup::SetUpHelpers()
 void frmCommSetup::ShowPictures()
 {
     const auto show = [](QLabel& label, const char* name) {
-        label.setPixmap(QIcon(QStringLiteral(":/icons/%1.png").arg(QLatin1String(name))).pixmap(kPicture));
+        label.setPixmap(ToolIcon(QLatin1String(name)).pixmap(kPicture));
     };
     show(*mUi->imgTransceiverPort, "ConnectUsing_101");
     show(*mUi->imgModem, "ConnectUsing_102");
@@ -150,7 +151,13 @@ void frmCommSetup::AllowInternal(bool checked)
     mParts.host.ShowCategories();
 }
 
-void frmCommSetup::DetectModems() {}
+void frmCommSetup::DetectModems()
+{
+    frmModemAutoDetect detection(mParts.ports, mParts.run, mParts.pump, mParts.boxes, mParts.errors, this);
+    detection.exec();
+    if (!detection.Canceled())
+        mModem->SelectPort(detection.SelectedPort());
+}
 
 void frmCommSetup::Continue()
 {

@@ -10,6 +10,7 @@
 #include "shared/Settings.h"
 #include "support/PortFolder.h"
 #include "support/PseudoTerminal.h"
+#include "support/ScriptedPump.h"
 #include "support/WhenShown.h"
 
 #include <QCheckBox>
@@ -56,7 +57,7 @@ protected:
     {
         remote.LoadRDSettings();
         dialog = std::make_unique<frmCommSetup>(
-            frmCommSetup::Parts{options, run, remote, settings, ports, port, boxes, errors, host});
+            frmCommSetup::Parts{options, run, remote, settings, ports, port, boxes, errors, pump, host});
         dialog->show();
         dialog->activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(dialog.get()));
@@ -125,6 +126,7 @@ protected:
     RunState run;
     SettingsStore texts{folder.path() + QStringLiteral("/settings.ini")};
     RDMain remote{settings, texts};
+    ScriptedPump pump{clock};
     PseudoTerminal first;
     PseudoTerminal second;
     PseudoTerminal third;

@@ -192,7 +192,7 @@ TEST_F(ProfileChoiceTest, ADamagedProfileStoreLeavesTheCompanionsDisabled)
     ASSERT_FALSE(none.StorageWorks());
     boxes.boxes.clear();
     dialog = std::make_unique<frmCommSetup>(
-        frmCommSetup::Parts{options, run, none, storage, ports, port, boxes, errors, host});
+        frmCommSetup::Parts{options, run, none, storage, ports, port, boxes, errors, pump, host});
     dialog->show();
     Check("cbRDEnable").click();
     EXPECT_FALSE(Combo("cboRDProfiles").isEnabled());

@@ -239,6 +239,34 @@ TEST_F(frmCommSetupTest, OffersTheSpeedsAndKeepsTheInitializationString)
     EXPECT_EQ(options.ModemInitString, "ATM0");
 }
 
+TEST_F(frmCommSetupTest, ADetectedModemIsSelectedInTheList)
+{
+    options.ConnectionType = 2;
+    Open();
+    const WhenShown detection("frmModemAutoDetect", [](QDialog& window) {
+        EXPECT_TRUE(window.isModal());
+        auto& modems = *window.findChild<QListWidget*>("lstModems");
+        auto* found = new QListWidgetItem("COM3 - Modem", &modems);
+        found->setData(Qt::UserRole, 3);
+        modems.setCurrentRow(0);
+        QTest::mouseClick(window.findChild<QPushButton*>("cmdOk"), Qt::LeftButton);
+    });
+    Press("cmdDetectModems");
+    EXPECT_EQ(detection.Times(), 1);
+    EXPECT_EQ(Selected("lstModemPorts"), "Communications Port 03 (COM3)");
+    EXPECT_EQ(options.ModemCommPort, 3);
+}
+
+TEST_F(frmCommSetupTest, ACancelledDetectionLeavesTheModemsPort)
+{
+    options.ConnectionType = 2;
+    Open();
+    const WhenShown detection("frmModemAutoDetect", [](QDialog& window) { window.close(); });
+    Press("cmdDetectModems");
+    EXPECT_EQ(detection.Times(), 1);
+    EXPECT_EQ(options.ModemCommPort, 12);
+}
+
 // --- General -------------------------------------------------------------------------------------------------------
 
 TEST_F(frmCommSetupTest, TheSliderSetsTheNodes)
