@@ -4,6 +4,7 @@
 #include "app/ProgramHost.h"
 #include "app/frmDiag.h"
 #include "app/messages/MessageListModel.h"
+#include "shared/EventPump.h"
 #include "shared/Settings.h"
 
 #include <algorithm>
@@ -15,10 +16,21 @@ DiagOptions::DiagOptions(const Services& services, DiagHub& hub, frmDiag& window
 {
 }
 
+void DiagOptions::OpenNetworkOptions(QWidget* parent)
+{
+    mDialogs.OpenNetworkOptions(parent);
+    if (mServices.pump.Stopped())
+        return;  // the window was closed meanwhile
+    mHub.setConnectionType(mHub.Link().ConnectionType());
+    mHub.Link().RefreshTrafficTimers();
+}
+
 void DiagOptions::OpenToolOptions()
 {
     const bool wasCompact = mServices.settings.CompactList;
     mDialogs.OpenToolOptions(&mWindow, mHub.System().Database());
+    if (mServices.pump.Stopped())
+        return;
     // Only now, as the box may have been tried out: keyed and keyless lines must not mix, so the list loses its lines.
     if (mServices.settings.CompactList != wasCompact)
         mWindow.Messages().SetCompactList(mServices.settings.CompactList);

@@ -15,6 +15,9 @@ public:
     /// All outlive the object.
     DiagOptions(const Services& services, DiagHub& hub, frmDiag& window, ProgramHost& program);
 
+    /// Over `parent`, which is the main window or one above it.
+    void OpenNetworkOptions(QWidget* parent);
+
     void OpenToolOptions();
     void OpenAbout();
 

@@ -60,9 +60,6 @@ void MenuActions::Choose(const QString& entry)
         mWindow.close();
     else if (entry == QLatin1String("mnuHelpHarnwick"))
         mServices.shell.OpenPage(QLatin1String(WebPages::kFenrik));
-    else
-        mWindow.setMsg(QStringLiteral("\"%1\" is not part of this version.")
-                           .arg(mWindow.Menus().Entry(entry)->text().remove(QLatin1Char('&'))));
 }
 
 bool MenuActions::ChooseAsButton(const QString& entry)

@@ -14,6 +14,9 @@ public:
     /// Both outlive the object.
     OptionDialogs(const Services& services, OptionsHost& host) : mServices(services), mHost(host) {}
 
+    /// Tries all serial ports but the program's own open one.
+    void OpenNetworkOptions(QWidget* parent);
+
     /// `database` is the path of the present command database; the older network has none to show.
     void OpenToolOptions(QWidget* parent, const QString& database);
 

@@ -54,25 +54,26 @@ void ToolbarActions::Run(const QString& key)
         {QStringLiteral("RDChat"), [](ToolbarActions& self) { self.mHub.RemoteWindows().OpenChat(); }},
         {QStringLiteral("RDPing"), [](ToolbarActions& self) { self.mHub.RemoteWindows().OpenLatency(); }},
         {QStringLiteral("DiagLog"), [](ToolbarActions& self) { self.mProgram.ExploreDiagPath(); }},
+        {QStringLiteral("Port"), [](ToolbarActions& self) { self.ChooseNetworkOptions(); }},
         {QStringLiteral("Harnwick"), [](ToolbarActions& self) { self.mHub.Options().OpenToolOptions(); }},
         {QStringLiteral("About"), [](ToolbarActions& self) { self.mHub.Options().OpenAbout(); }},
     };
     if (const int view = ViewSwitch::StateOfName(key); view >= 0)
         mHub.Views().setDisplayState(view);
-    else if (const Action action = kActions.value(key))
-        action(*this);
     else
-        NotYet(key);
-}
-
-void ToolbarActions::NotYet(const QString& key)
-{
-    mWindow.setMsg(QStringLiteral("\"%1\" is not part of this version.").arg(mWindow.Toolbar().Button(key)->text()));
+        kActions.value(key)(*this);
 }
 
 void ToolbarActions::ChooseLogOptions()
 {
     FrmMsgLogging(mServices.settings, mServices.store, mServices.errors, &mWindow).exec();
+}
+
+void ToolbarActions::ChooseNetworkOptions()
+{
+    mHub.Options().OpenNetworkOptions(&mWindow);
+    if (!mHub.State().Connected())
+        mHub.SetUIState(UiState::kDisconnected);
 }
 
 void ToolbarActions::ConnectUsing()

@@ -27,12 +27,11 @@ private:
     void ClickNode(int number);
     void ClickNodeAction(const QString& key);
     void ChooseLogOptions();
+    void ChooseNetworkOptions();
     void ConnectUsing();
     void DetectNodes();
     void SwitchCollisionMonitor();
     void Refresh();
-    /// A window that this version does not have.
-    void NotYet(const QString& key);
 
     const Services& mServices;
     DiagHub& mHub;

@@ -96,9 +96,10 @@ void frmCommSetup::ShowNodes(int count)
 
 void frmCommSetup::ShowPorts()
 {
-    PortProbe probe(mParts.ports, mParts.port);
+    const ComPorts ports = mParts.ports.Snapshot();
+    PortProbe probe(ports, mParts.port);
     const PortConditions found = ScanPorts([&probe](int number) { probe.Try(number); });
-    const auto device = [this](int number) { return mParts.ports.Description(number); };
+    const auto device = [&ports](int number) { return ports.Description(number); };
     mPort->Show(found, device, mParts.port.PortOpen() ? mParts.port.CommPort() : 0);
     mModem->Show(found, device);
 }

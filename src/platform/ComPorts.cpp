@@ -61,6 +61,11 @@ ComPorts::ComPorts(const QString& linkFolder, DeviceList devices)
 {
 }
 
+ComPorts ComPorts::Snapshot() const
+{
+    return ComPorts(mLinkFolder, [devices = mDevices()] { return devices; });
+}
+
 QList<SerialDevice> ComPorts::SystemDevices()
 {
     QList<SerialDevice> devices;

@@ -34,6 +34,9 @@ public:
     /// `devices` lists what the system has at each call.
     ComPorts(const QString& linkFolder, DeviceList devices);
 
+    /// The ports as they are now: the system's devices are listed once and not at each question.
+    [[nodiscard]] ComPorts Snapshot() const;
+
     /// The device file of COM`number`, or nothing if there is no such port now.
     [[nodiscard]] std::optional<QString> DevicePath(int number) const;
 
