@@ -1,6 +1,7 @@
 #include "app/MMain.h"
 
 #include "app/DiagPanels.h"
+#include "app/LegacyOptions.h"
 #include "app/Services.h"
 #include "app/frmDiag.h"
 #include "app/frmSplash.h"
@@ -118,6 +119,7 @@ void MMain::OpenLegacyWindow()
                                   mEnvironment.version,
                                   mAsciiMap,
                                   mEnvironment.folder.Path()};
+    mLegacyOptions = std::make_unique<LegacyOptions>(AllServices(), static_cast<ProgramHost&>(*this));
     mLegacyWindow = std::make_unique<FrmDiag98>(services, static_cast<LegacyHost&>(*this));
     mLegacyWindow->show();
 }
@@ -139,27 +141,31 @@ void MMain::AskForDatabase()
     mLegacyWindow->ChooseDatabase();
 }
 
+Services MMain::AllServices()
+{
+    return {mSettings,
+            mStore,
+            mRun,
+            mCommands,
+            mSpecials,
+            mPort,
+            mHandler,
+            mLog,
+            mClock,
+            mPump,
+            mBoxes,
+            mShell,
+            mErrors,
+            mEnvironment.version,
+            mEnvironment.folder,
+            mPorts,
+            mRemote,
+            mProfiles};
+}
+
 bool MMain::OpenDiagWindow(frmSplash& splash)
 {
-    const Services services{mSettings,
-                            mStore,
-                            mRun,
-                            mCommands,
-                            mSpecials,
-                            mPort,
-                            mHandler,
-                            mLog,
-                            mClock,
-                            mPump,
-                            mBoxes,
-                            mShell,
-                            mErrors,
-                            mEnvironment.version,
-                            mEnvironment.folder,
-                            mPorts,
-                            mRemote,
-                            mProfiles};
-    mWindow = std::make_unique<frmDiag>(services, mAsciiMap, static_cast<ProgramHost&>(*this));
+    mWindow = std::make_unique<frmDiag>(AllServices(), mAsciiMap, static_cast<ProgramHost&>(*this));
     // Each run starts without a system; the two settings are empty here.
     mWindow->System().LoadSystem(mSettings.SystemName, mSettings.SystemPath, false);
     splash.setInfo(QStringLiteral("Loading the command catalogue..."));
@@ -234,19 +240,19 @@ QWidget* MMain::MainWindow() const
     return mWindow.get();
 }
 
-void MMain::OpenNetworkOptions(QWidget&)
+void MMain::OpenNetworkOptions(QWidget& parent)
 {
-    mLegacyWindow->setMsg(QStringLiteral("\"Network options\" is not part of this version."));
+    mLegacyOptions->Dialogs().OpenNetworkOptions(&parent);
 }
 
-void MMain::OpenToolOptions(QWidget&)
+void MMain::OpenToolOptions(QWidget& parent)
 {
-    mLegacyWindow->setMsg(QStringLiteral("\"Tool options\" is not part of this version."));
+    mLegacyOptions->Dialogs().OpenToolOptions(&parent, QString());
 }
 
-void MMain::OpenAbout(QWidget&)
+void MMain::OpenAbout(QWidget& parent)
 {
-    mLegacyWindow->setMsg(QStringLiteral("\"About\" is not part of this version."));
+    mLegacyOptions->Dialogs().OpenAbout(&parent);
 }
 
 int MMain::SelectedNodeNumber() const

@@ -31,8 +31,10 @@
 namespace fenrik {
 
 class FrmDiag98;
+class LegacyOptions;
 class frmDiag;
 class frmSplash;
+struct Services;
 
 /// The whole program as one object, made in main(): owns the settings, the command table, the link engine and the main
 /// window, and hands out references. What tests replace comes in by the constructor.
@@ -85,6 +87,7 @@ private:
     bool OpenMainWindow(frmSplash& splash);
     bool OpenDiagWindow(frmSplash& splash);
     void OpenLegacyWindow();
+    [[nodiscard]] Services AllServices();
     void AskForDatabase();
     void ChooseDiagLogPath();
 
@@ -109,6 +112,7 @@ private:
     SerialControl mPort;
     CMsgHandler mHandler;
     MsgLogging mLog;
+    std::unique_ptr<LegacyOptions> mLegacyOptions;
     std::unique_ptr<frmDiag> mWindow;
     std::unique_ptr<FrmDiag98> mLegacyWindow;
     bool mSettingsBroken = false;

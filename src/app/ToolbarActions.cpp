@@ -14,6 +14,7 @@
 #include "shared/Settings.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QHash>
 
 namespace fenrik {
@@ -71,7 +72,9 @@ void ToolbarActions::ChooseLogOptions()
 
 void ToolbarActions::ChooseNetworkOptions()
 {
-    mHub.Options().OpenNetworkOptions(&mWindow);
+    // The dialler presses this button too.
+    QWidget* const above = QApplication::activeModalWidget();
+    mHub.Options().OpenNetworkOptions(above ? above : &mWindow);
     if (!mHub.State().Connected())
         mHub.SetUIState(UiState::kDisconnected);
 }
