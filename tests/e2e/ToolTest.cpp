@@ -36,7 +36,7 @@ void ToolTest::TearDown()
 void ToolTest::StartTool()
 {
     ASSERT_TRUE(program->Main());
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(program->Window(), kPatienceMs));
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(program->MainWindow(), kPatienceMs));
 }
 
 void ToolTest::StartConnected(const char* scenario)
@@ -50,7 +50,7 @@ void ToolTest::StartConnected(const char* scenario)
 
 void ToolTest::CloseTool()
 {
-    program->Window()->close();
+    program->MainWindow()->close();
     program.reset();
 }
 

@@ -39,7 +39,7 @@ protected:
     template <typename Widget>
     [[nodiscard]] Widget& Find(const char* name) const
     {
-        auto* widget = program->Window()->findChild<Widget*>(QLatin1String(name));
+        auto* widget = program->MainWindow()->findChild<Widget*>(QLatin1String(name));
         EXPECT_NE(widget, nullptr) << name;
         return *widget;
     }

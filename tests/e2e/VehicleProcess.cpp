@@ -39,9 +39,9 @@ VehicleProcess::~VehicleProcess()
     }
 }
 
-void VehicleProcess::Start(const char* scenario)
+void VehicleProcess::Start(const char* scenario, const QStringList& options)
 {
-    Start({"--port", "5"}, scenario);
+    Start(QStringList{"--port", "5"} + options, scenario);
     ASSERT_THAT(ReadLine().toStdString(), testing::StartsWith("ready COM5 "));
 }
 

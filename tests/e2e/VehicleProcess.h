@@ -26,8 +26,9 @@ public:
     VehicleProcess(const VehicleProcess&) = delete;
     VehicleProcess& operator=(const VehicleProcess&) = delete;
 
-    /// Starts with these statements as its scenario; fails the test if the vehicle does not get ready.
-    void Start(const char* scenario);
+    /// Starts with these statements as its scenario, and more options; fails the test if the vehicle does not get
+    /// ready.
+    void Start(const char* scenario, const QStringList& options = {});
 
     /// The same as the user Bob of a relay; `answer` is one of "--grant", "--deny", "--ask".
     void StartAtRelay(const QString& relay, const char* answer, const char* scenario);
