@@ -45,6 +45,12 @@ void VehicleProcess::Start(const char* scenario, const QStringList& options)
     ASSERT_THAT(ReadLine().toStdString(), testing::StartsWith("ready COM5 "));
 }
 
+void VehicleProcess::StartAsModem(const char* scenario)
+{
+    Start({"--modem", "--port", "6"}, scenario);
+    ASSERT_THAT(ReadLine().toStdString(), testing::StartsWith("ready COM6 "));
+}
+
 void VehicleProcess::StartAtRelay(const QString& relay, const char* answer, const char* scenario)
 {
     Start({"--relay", relay, "--name", "Bob", answer}, scenario);

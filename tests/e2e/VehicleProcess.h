@@ -26,9 +26,12 @@ public:
     VehicleProcess(const VehicleProcess&) = delete;
     VehicleProcess& operator=(const VehicleProcess&) = delete;
 
-    /// Starts with these statements as its scenario, and more options; fails the test if the vehicle does not get
-    /// ready.
+    /// Starts on COM5 with these statements as its scenario, and more options; fails the test if the vehicle does not
+    /// get ready.
     void Start(const char* scenario, const QStringList& options = {});
+
+    /// The same as a modem on COM6.
+    void StartAsModem(const char* scenario);
 
     /// The same as the user Bob of a relay; `answer` is one of "--grant", "--deny", "--ask".
     void StartAtRelay(const QString& relay, const char* answer, const char* scenario);
