@@ -12,9 +12,13 @@ set(CMAKE_AUTORCC ON)
 # Programs, databases and Help files share one folder: a portable copy that runs where it lies.
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
 
-find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Widgets SerialPort Network Test)
+find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Widgets SerialPort Network)
 find_package(SQLite3 REQUIRED)
-find_package(GTest REQUIRED)
+if(FENRIK_TESTS OR FENRIK_BENCH)
+    find_package(Qt6 6.4 REQUIRED COMPONENTS Test)
+    find_package(GTest REQUIRED)
+    include(GoogleTest)
+endif()
 find_package(PkgConfig REQUIRED)
 pkg_check_modules(MDBTOOLS REQUIRED IMPORTED_TARGET libmdb)
 
@@ -59,5 +63,3 @@ function(fenrik_test name)
     gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60
         PROPERTIES TIMEOUT ${ARG_TIMEOUT} ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
 endfunction()
-
-include(GoogleTest)
