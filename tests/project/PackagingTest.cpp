@@ -80,8 +80,8 @@ TEST(Packaging, ManPagesNameOptionsThatThereAre)
     for (const QString& program : kPrograms) {
         const QString page = Text(qPrintable(QStringLiteral("docs/man/%1.1").arg(program)));
         const QSet<QString> named = LongOptions(QString(page).remove(QLatin1Char('\\')));
-        EXPECT_FALSE(named.isEmpty()) << program;
-        EXPECT_THAT((named - known).values(), IsEmpty()) << program;
+        EXPECT_FALSE(named.isEmpty()) << qPrintable(program);
+        EXPECT_THAT((named - known).values(), IsEmpty()) << qPrintable(program);
     }
 }
 
