@@ -38,7 +38,7 @@ end_session() {
 build_programs() {
     cmake --preset release -S "$root" -DFENRIK_BENCH=OFF >"$session/configure.log" 2>&1 ||
         { cat "$session/configure.log" >&2; die "The build could not be set up."; }
-    cmake --build "$root/build/release" --target fenrik-diagnostics fenrik-vehicle fenrik_sample fenrik_legacy_sample
+    cmake --build "$root/build/release" --target fenrik-diagnostics fenrik-vehicle fenrik_sample fenrik_help_files fenrik_legacy_sample
 }
 
 # The user's own settings stay untouched. What is changed in the tool is kept for the next run.
