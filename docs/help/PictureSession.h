@@ -5,8 +5,9 @@
 #include <QDir>
 #include <QMessageBox>
 #include <QProcess>
-#include <QTest>
 #include <QTimer>
+#include <QtCore/qtestsupport_core.h>
+#include <QtWidgets/qtestsupport_widgets.h>
 
 #include <functional>
 #include <memory>
