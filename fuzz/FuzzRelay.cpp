@@ -3,6 +3,7 @@
 //
 // The input is a list of steps. A step's first byte: bits 0 and 1 the client, bits 2 and 3 what it does.
 
+#include "FuzzSteps.h"
 #include "pipe/PipeRules.h"
 #include "relay/FrameIntake.h"
 
@@ -40,29 +41,6 @@ struct Client {
     FrameIntake intake;
 };
 
-/// Takes the input apart.
-class Steps {
-public:
-    explicit Steps(std::string_view input) : mRest(input) {}
-
-    [[nodiscard]] bool AtEnd() const { return mRest.empty(); }
-    unsigned Byte()
-    {
-        const auto byte = mRest.empty() ? '\0' : mRest.front();
-        mRest.remove_prefix(mRest.empty() ? 0 : 1);
-        return std::uint8_t(byte);
-    }
-    std::string_view Bytes(std::size_t count)
-    {
-        const auto bytes = mRest.substr(0, count);
-        mRest.remove_prefix(bytes.size());
-        return bytes;
-    }
-
-private:
-    std::string_view mRest;
-};
-
 class Room {
 public:
     explicit Room(Consent consent) : mExchange(mLimits, consent, mLog)
@@ -71,7 +49,7 @@ public:
             client = std::make_unique<Client>(mLimits);
     }
 
-    void Run(Steps steps)
+    void Run(FuzzSteps steps)
     {
         while (!steps.AtEnd()) {
             Step(steps);
@@ -81,7 +59,7 @@ public:
     }
 
 private:
-    void Step(Steps& steps)
+    void Step(FuzzSteps& steps)
     {
         const unsigned step = steps.Byte();
         auto& client = mClients[step & 3];
@@ -142,7 +120,7 @@ private:
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    fenrik::Steps steps({reinterpret_cast<const char*>(data), size});
+    fenrik::FuzzSteps steps({reinterpret_cast<const char*>(data), size});
     const auto consent = fenrik::Consent(steps.Byte() % 3);
     fenrik::Room(consent).Run(steps);
     return 0;

@@ -241,6 +241,8 @@ void RemoteConnection::HandleError(int number, const QString& description)
         mParts.view.ShowMessage(description);
         mFollowers.setRemoteState(RemoteStates::kDisconnected);
         ForgetMount();
+        // Also of a connection that stood: the user may connect again at once.
+        mParts.host.SetUIState(kUiDisconnected);
     });
 }
 

@@ -9,7 +9,7 @@
 #include "remote/RemoteHost.h"
 #include "remote/RemoteSender.h"
 #include "remote/RemoteSession.h"
-#include "remote/RemoteSocket.h"
+#include "remote/RemoteStream.h"
 #include "remote/RemoteView.h"
 #include "shared/ErrorReporter.h"
 
@@ -54,9 +54,9 @@ const RemoteReceiver::Row RemoteReceiver::kRows[] = {
     {frameFramingError, 0, &RemoteReceiver::FramingError},
 };
 
-RemoteReceiver::RemoteReceiver(const RemoteParts& parts, RemoteSocket& socket, RemoteSession& session,
+RemoteReceiver::RemoteReceiver(const RemoteParts& parts, RemoteStream& stream, RemoteSession& session,
                                RemoteSender& sender, RemoteFollowers& followers, std::function<void()> rdDisconnect)
-    : mParts(parts), mSocket(socket), mSession(session), mSender(sender), mFollowers(followers),
+    : mParts(parts), mStream(stream), mSession(session), mSender(sender), mFollowers(followers),
       mRDdisconnect(std::move(rdDisconnect))
 {
 }
@@ -78,8 +78,8 @@ bool RemoteReceiver::HandleNext()
     switch (FindFrame(frame)) {
     case PipeReader::Found::Frame:
         // The handler may wait for the very frame that came together with this one.
-        if (mReader.Held() > 0 || mSocket.BytesReceived() > 0)
-            mSocket.QueueDataArrival();
+        if (mReader.Held() > 0 || mStream.BytesReceived() > 0)
+            mStream.QueueDataArrival();
         Dispatch(frame);
         return true;
     case PipeReader::Found::BadPreamble:
@@ -97,7 +97,7 @@ PipeReader::Found RemoteReceiver::FindFrame(PipeFrame& frame)
 {
     auto found = mReader.Next(frame);
     while (found == PipeReader::Found::Nothing) {
-        if (mReader.Append(mSocket.GetData(mReader.Room())) == 0)
+        if (mReader.Append(mStream.GetData(mReader.Room())) == 0)
             break;
         found = mReader.Next(frame);
     }
@@ -121,7 +121,7 @@ void RemoteReceiver::Dispatch(const PipeFrame& frame)
 void RemoteReceiver::DropAll()
 {
     mReader.Clear();
-    while (!mSocket.GetData(PipeReader::kCapacity).empty()) {
+    while (!mStream.GetData(PipeReader::kCapacity).empty()) {
     }
 }
 

@@ -12,7 +12,7 @@ namespace fenrik {
 class RemoteFollowers;
 class RemoteSender;
 class RemoteSession;
-class RemoteSocket;
+class RemoteStream;
 
 /// Takes the relay's frames off the socket, one after the other, and does what each says. A frame's handler may show
 /// a box or wait: the frames behind it are handled meanwhile, so each handler has read its frame before it begins.
@@ -24,7 +24,7 @@ public:
     /// Handlers that may stand on top of each other, each in its box. Frames beyond wait, and the relay with them.
     static constexpr int kDeepest = 16;
 
-    RemoteReceiver(const RemoteParts& parts, RemoteSocket& socket, RemoteSession& session, RemoteSender& sender,
+    RemoteReceiver(const RemoteParts& parts, RemoteStream& stream, RemoteSession& session, RemoteSender& sender,
                    RemoteFollowers& followers, std::function<void()> rdDisconnect);
 
     void HandleDataArrival();
@@ -55,7 +55,7 @@ private:
     void FramingError(const std::string& body);
 
     RemoteParts mParts;
-    RemoteSocket& mSocket;
+    RemoteStream& mStream;
     RemoteSession& mSession;
     RemoteSender& mSender;
     RemoteFollowers& mFollowers;

@@ -4,7 +4,7 @@
 #include "platform/CodePage1252.h"
 #include "platform/Error.h"
 #include "remote/RemoteSession.h"
-#include "remote/RemoteSocket.h"
+#include "remote/RemoteStream.h"
 #include "remote/RemoteView.h"
 #include "shared/ErrorReporter.h"
 
@@ -23,8 +23,8 @@ std::string_view View(const QByteArray& bytes)
 
 }  // namespace
 
-RemoteSender::RemoteSender(RemoteSocket& socket, RemoteSession& session, RemoteStateView& view, ErrorReporter& errors)
-    : mSocket(socket), mSession(session), mView(view), mErrors(errors)
+RemoteSender::RemoteSender(RemoteStream& stream, RemoteSession& session, RemoteStateView& view, ErrorReporter& errors)
+    : mStream(stream), mSession(session), mView(view), mErrors(errors)
 {
 }
 
@@ -44,7 +44,13 @@ void RemoteSender::Send(const char* where, PipeFrameType type, std::string_view 
     Guarded(mErrors, where, [&] {
         if (body.size() > PipeFrame::kLongestBody)
             throw Error(ErrorNumber::kOverflow, QStringLiteral("Overflow"));
-        mSocket.SendData(EncodePipeFrame(type, body));
+        // Preamble, type, length and body are separate writes, the last one only if there is a body.
+        const std::string frame = EncodePipeFrame(type, body);
+        const std::string_view header = std::string_view(frame).substr(0, PipeFrame::kHeaderSize);
+        if (body.empty())
+            mStream.SendData({header.substr(0, 2), header.substr(2, 2), header.substr(4, 2)});
+        else
+            mStream.SendData({header.substr(0, 2), header.substr(2, 2), header.substr(4, 2), body});
     });
 }
 

@@ -11,14 +11,14 @@ namespace fenrik {
 
 class ErrorReporter;
 class RemoteSession;
-class RemoteSocket;
+class RemoteStream;
 class RemoteStateView;
 struct RemoteLogon;
 
 /// Everything that this tool says to the relay. Errors are reported, never thrown; a frame that fails is not sent.
 class RemoteSender {
 public:
-    RemoteSender(RemoteSocket& socket, RemoteSession& session, RemoteStateView& view, ErrorReporter& errors);
+    RemoteSender(RemoteStream& stream, RemoteSession& session, RemoteStateView& view, ErrorReporter& errors);
 
     /// `value` with blanks up to `length` bytes, or its first `length`. Empty after an error (a negative length).
     [[nodiscard]] QByteArray padTo(const QByteArray& value, int length);
@@ -45,7 +45,7 @@ public:
 private:
     void Send(const char* where, PipeFrameType type, std::string_view body);
 
-    RemoteSocket& mSocket;
+    RemoteStream& mStream;
     RemoteSession& mSession;
     RemoteStateView& mView;
     ErrorReporter& mErrors;

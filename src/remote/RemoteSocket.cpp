@@ -100,13 +100,17 @@ bool RemoteSocket::IsConnected() const
     return mSocket && mSocket->state() == QAbstractSocket::ConnectedState;
 }
 
-void RemoteSocket::SendData(std::string_view bytes)
+void RemoteSocket::SendData(std::initializer_list<std::string_view> parts)
 {
     if (!IsConnected())
         throw Error(kNotConnected, QStringLiteral("Wrong protocol or connection state for the requested transaction"));
-    if (mSocket->bytesToWrite() + qint64(bytes.size()) > kMostUnsent)
+    qint64 unsent = mSocket->bytesToWrite();
+    for (const auto part : parts)
+        unsent += qint64(part.size());
+    if (unsent > kMostUnsent)
         throw Error(kNoBufferSpace, QStringLiteral("No buffer space is available"));
-    mSocket->write(bytes.data(), qint64(bytes.size()));
+    for (const auto part : parts)
+        mSocket->write(part.data(), qint64(part.size()));
     // Not waiting for the next turn of the event loop.
     mSocket->flush();
 }

@@ -1,17 +1,16 @@
 #pragma once
 
+#include "remote/RemoteStream.h"
+
 #include <QObject>
 #include <QString>
 #include <QTcpSocket>
-
-#include <string>
-#include <string_view>
 
 namespace fenrik {
 
 /// The one socket. Its events come from the event loop and never from inside a call, and they go on coming while a
 /// handler of one of them waits: bytes that arrive meanwhile are delivered to the wait.
-class RemoteSocket : public QObject {
+class RemoteSocket : public QObject, public RemoteStream {
     Q_OBJECT
 
 public:
@@ -37,15 +36,12 @@ public:
     [[nodiscard]] bool IsOpen() const { return mSocket != nullptr; }
     [[nodiscard]] bool IsConnected() const;
 
-    /// All of `bytes` in one piece. Throws Error kNotConnected, or kNoBufferSpace if the peer doesn't read.
-    void SendData(std::string_view bytes);
+    /// Throws Error kNotConnected, or kNoBufferSpace if the peer doesn't read.
+    void SendData(std::initializer_list<std::string_view> parts) override;
 
-    /// What has arrived, at most `most` bytes of it. The rest stays and holds the sender up.
-    [[nodiscard]] std::string GetData(std::size_t most);
-    [[nodiscard]] std::size_t BytesReceived() const;
-
-    /// DataArrival comes once more from the event loop, for a handler that left something undone.
-    void QueueDataArrival();
+    [[nodiscard]] std::string GetData(std::size_t most) override;
+    [[nodiscard]] std::size_t BytesReceived() const override;
+    void QueueDataArrival() override;
 
 Q_SIGNALS:
     void Connected();

@@ -9,13 +9,33 @@
 
 #include <algorithm>
 #include <functional>
+#include <linux/tcp.h>
 #include <map>
+#include <netinet/in.h>
 #include <string>
+#include <sys/socket.h>
+#include <unistd.h>
 #include <vector>
 
 namespace fenrik {
 
 using enum PipeFrameType;
+
+/// Takes the system's socket away below the connection that this process has to a port of this machine: what comes of
+/// it is an error, and no end. The connection's handle is left with a socket that was never connected.
+inline void BreakConnectionTo(int port)
+{
+    constexpr int kMostHandles = 1024;
+    for (int handle = 3; handle < kMostHandles; ++handle) {
+        sockaddr_in peer{};
+        socklen_t size = sizeof peer;
+        if (::getpeername(handle, reinterpret_cast<sockaddr*>(&peer), &size) != 0 || ntohs(peer.sin_port) != port)
+            continue;
+        const int other = ::socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
+        ::dup2(other, handle);
+        ::close(other);
+    }
+}
 
 /// A relay on a port of this machine that answers each type of frame as a test says, and by default not at all.
 class FakeRelay {
@@ -66,6 +86,17 @@ public:
     }
     void Pipe(int id, const std::string& name) { Send(framePiped, PipeNotice{id, name, "piped"}.Encode()); }
 
+    [[nodiscard]] std::size_t BytesIn() const { return mBytesIn; }
+
+    /// Segments with data that this end of the connection has received.
+    [[nodiscard]] unsigned SegmentsIn() const
+    {
+        tcp_info info{};
+        socklen_t size = sizeof info;
+        ::getsockopt(int(mClient->socketDescriptor()), IPPROTO_TCP, TCP_INFO, &info, &size);
+        return info.tcpi_data_segs_in;
+    }
+
     [[nodiscard]] int Count(PipeFrameType type) const
     {
         return int(std::count_if(frames.begin(), frames.end(), [&](auto& frame) { return frame.type == type; }));
@@ -91,7 +122,9 @@ private:
     {
         if (!reads)
             return;
-        mReader.Append(client.readAll().toStdString());
+        const std::string bytes = client.readAll().toStdString();
+        mBytesIn += bytes.size();
+        mReader.Append(bytes);
         PipeFrame frame;
         while (mReader.Next(frame) == PipeReader::Found::Frame) {
             frames.push_back(frame);
@@ -101,6 +134,7 @@ private:
     }
 
     QTcpServer mServer;
+    std::size_t mBytesIn = 0;
     QPointer<QTcpSocket> mClient;
     PipeReader mReader;
     std::map<PipeFrameType, Answer> mAnswers;

@@ -410,6 +410,25 @@ TEST_F(RDdisconnect, IsNotNeededAfterTheRelayCloses)
     EXPECT_EQ(view.Message(), QStringLiteral("Disconnected from Server"));
 }
 
+TEST_F(RDdisconnect, IsNotNeededAfterAnErrorOfTheSocket)
+{
+    Connect();
+    host.mounted = true;
+    BreakConnectionTo(relay.Port());
+    relay.Send(frameServerInfo);
+    ASSERT_TRUE(Until([this] { return connection.RemoteState() == RemoteStates::kDisconnected; }));
+    ASSERT_THAT(boxes.boxes, SizeIs(1));
+    EXPECT_TRUE(boxes.boxes[0].text.startsWith(QStringLiteral("Remote Diagnostics communications error [10051]\n\n")));
+    EXPECT_EQ(boxes.boxes[0].icon, QMessageBox::Critical);
+    EXPECT_EQ(handler.TargetPort(), Transport::kNone);
+    EXPECT_EQ(host.forgotten, 1);
+    EXPECT_THAT(host.uiStates, ElementsAre(2));
+    EXPECT_THAT(errors.reports, IsEmpty());
+    // The text of the error is what the state's own has replaced.
+    EXPECT_EQ(view.messages.end()[-2], boxes.boxes[0].text.section(QLatin1Char('\n'), 2));
+    EXPECT_EQ(view.Message(), QStringLiteral("Disconnected from Server"));
+}
+
 TEST_F(RDdisconnect, AndConnectAgainWork)
 {
     Connect();

@@ -73,7 +73,7 @@ TEST_F(RemoteSocketTest, IsSilentAfterItWasClosed)
     EXPECT_EQ(got, "");
     EXPECT_EQ(closed, 0);
     EXPECT_FALSE(socket.IsOpen());
-    EXPECT_THROW(socket.SendData("x"), Error);
+    EXPECT_THROW(socket.SendData({"x"}), Error);
 }
 
 TEST_F(RemoteSocketTest, HoldsNoEndOfBytesForAPeerThatNeverReads)
@@ -83,7 +83,7 @@ TEST_F(RemoteSocketTest, HoldsNoEndOfBytesForAPeerThatNeverReads)
     const std::string piece(32000, 'x');
     const auto fill = [&] {
         for (int i = 0; i < 100000; ++i)
-            socket.SendData(piece);
+            socket.SendData({piece});
     };
     try {
         fill();
@@ -94,6 +94,28 @@ TEST_F(RemoteSocketTest, HoldsNoEndOfBytesForAPeerThatNeverReads)
     // Closing doesn't wait for the peer either.
     socket.Close();
     EXPECT_FALSE(socket.IsOpen());
+}
+
+TEST_F(RemoteSocketTest, SendsThePartsOfAFrameInOneSegment)
+{
+    Connect();
+    const auto before = relay.SegmentsIn();
+    for (int i = 1; i <= 5; ++i) {
+        const std::string body(32, 'x');
+        socket.SendData({"PS", "ab", "cd", body});
+        ASSERT_TRUE(Until([&] { return relay.BytesIn() == std::size_t(38 * i); }));
+    }
+    EXPECT_EQ(relay.SegmentsIn() - before, 5U);
+}
+
+TEST_F(RemoteSocketTest, TellsAnErrorOfAConnectionThatStood)
+{
+    Connect();
+    BreakConnectionTo(relay.Port());
+    relay.SendBytes("x");
+    ASSERT_TRUE(Until([this] { return failure != 0; }));
+    EXPECT_EQ(failure, 10051);
+    socket.Close();
 }
 
 TEST_F(RemoteSocketTest, TellsARefusal)
