@@ -159,6 +159,7 @@ private:
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    fenrik::Client({{reinterpret_cast<const char*>(data), size}}).Run();
+    const fenrik::FuzzSteps steps({reinterpret_cast<const char*>(data), size});
+    fenrik::Client(steps).Run();
     return 0;
 }

@@ -45,7 +45,7 @@ void RemoteConnection::RDconnect()
     if (mConnecting)
         return;
     const QScopedValueRollback connecting(mConnecting, true);
-    Guarded(mParts.errors, "frmDiag.RDconnect", [this] {
+    Guarded(mParts.errors, "frmDiag.RDConnect", [this] {
         if (!EnsureProfile())
             return;
         Start(*mParts.host.CurrentProfile());

@@ -69,11 +69,6 @@ void frmRDNetLatency::sendEchoFrame()
 
 void frmRDNetLatency::replyReceived(const QString&)
 {
-    Guarded(mErrors, "dlgNetLatency.replyReceived", [this] { TakeReply(); });
-}
-
-void frmRDNetLatency::TakeReply()
-{
     ++count;
     mUi->pbMeasure->setValue(count);
     if (count > kRoundTrips)

@@ -26,7 +26,8 @@ public:
     frmRDNetLatency(RemoteHost& host, const Clock& clock, ErrorReporter& errors, QWidget* parent = nullptr);
     ~frmRDNetLatency() override;
 
-    /// An echo has come back. What it says isn't looked at, nor whether a test runs.
+    /// An echo has come back. What it says isn't looked at, nor whether a test runs. Throws Error 9 for one too many,
+    /// which is the receiver's to report.
     void replyReceived(const QString& text);
 
     void setState(std::int32_t state) override;
@@ -38,7 +39,6 @@ private:
     void Load();
     void beginTest(Mode wanted);
     void sendEchoFrame();
-    void TakeReply();
     void endTest();
     void ShowInfo(const QString& first, const QString& second);
 

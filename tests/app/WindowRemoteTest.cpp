@@ -218,6 +218,19 @@ TEST_F(WindowRemoteTest, EachOpeningOfTheLatencyWindowIsANewOne)
     EXPECT_TRUE(Dialog("frmRDNetLatency")->property("mark").toBool());
 }
 
+TEST_F(WindowRemoteTest, AnEchoTooManyIsReportedAndTheConnectionGoesOn)
+{
+    ASSERT_NO_FATAL_FAILURE(StartPiped());
+    Click("RDPing");
+    for (int i = 0; i < 21; ++i)
+        relay.Send(frameEchoReply, "late");
+    ASSERT_TRUE(Until([this] { return !user.seen.empty(); }));
+    EXPECT_TRUE(user.seen[0].contains("Subscript out of range")) << user.seen[0].toStdString();
+    EXPECT_TRUE(user.seen[0].contains("frmDiag.Winsock.DataArrival")) << user.seen[0].toStdString();
+    Answer(true);
+    EXPECT_TRUE(Until([this] { return Control<QPushButton>("cmdSend").isEnabled(); }));
+}
+
 TEST_F(WindowRemoteTest, TheChatGoesBothWays)
 {
     ASSERT_NO_FATAL_FAILURE(StartGranted());

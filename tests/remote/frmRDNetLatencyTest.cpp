@@ -1,5 +1,7 @@
 #include "remote/frmRDNetLatency.h"
 
+#include "shared/ErrorReporter.h"
+
 #include "RemoteWindowFixture.h"
 
 #include <QLabel>
@@ -28,7 +30,7 @@ protected:
     {
         for (int i = 0; i < times; ++i) {
             clock.Advance(seconds);
-            window->replyReceived("anything");
+            Guarded(errors, "the receiver", [this] { window->replyReceived("anything"); });
         }
     }
     [[nodiscard]] QStringList Info() const { return Find<QLabel>(*window, "lblInfo").text().split('\n'); }
@@ -125,6 +127,7 @@ TEST_F(LatencyWindow, AReplyAfterTheLastIsReportedAndChangesNoResult)
     Reply(2, 9.0);
     ASSERT_THAT(errors.reports, SizeIs(2));
     EXPECT_EQ(errors.reports[0].number, 9);
+    EXPECT_EQ(errors.reports[0].where, "the receiver");
     EXPECT_EQ(Info(), info);
     EXPECT_THAT(host.sent, SizeIs(20));
     EXPECT_TRUE(Enabled("cmdServer"));
