@@ -2,9 +2,14 @@
 
 #include "Book.h"
 
+#include "app/AppFixture.h"
+#include "app/HelpFiles.h"
+#include "platform/ProgramFolder.h"
 #include "support/Printers.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
@@ -14,6 +19,13 @@
 
 namespace fenrik {
 namespace {
+
+constexpr const char* kNames[] = {"Fenrik Diagnostics.pdf", "Fenrik Six Step Guide.pdf", "Fenrik Connector Spec.pdf"};
+
+QString Built(const char* name)
+{
+    return QStringLiteral(FENRIK_HELP_FOLDER "/") + QLatin1String(name);
+}
 
 struct FileRow {
     const char* source;
@@ -54,6 +66,45 @@ INSTANTIATE_TEST_SUITE_P(HelpFiles, HelpFile,
                                          FileRow{"six-steps", "Fenrik Six Step Guide", 4},
                                          FileRow{"connector", "Fenrik Connector Spec", 9}),
                          [](const auto& row) { return QString(row.param.source).remove('-').toStdString(); });
+
+struct MenuRow {
+    const char* entry;
+    const char* name;
+};
+
+class HelpMenu : public AppTest, public testing::WithParamInterface<MenuRow> {};
+
+// The names in the menu's code and those in the build's are two lists.
+TEST_P(HelpMenu, OpensAFileThatTheBuildHasMade)
+{
+    const QString bin = QStringLiteral(FENRIK_HELP_FOLDER).chopped(int(qstrlen("/Help")));
+    const ProgramFolder portable(bin, bin, bin);
+    HelpFiles help(portable, shell, boxes);
+    EXPECT_TRUE(help.OpenFor(GetParam().entry));
+    EXPECT_THAT(boxes.boxes, testing::IsEmpty());
+    ASSERT_THAT(shell.opened, testing::ElementsAre(bin + "/Help/" + GetParam().name));
+    EXPECT_TRUE(QFile::exists(shell.opened.constFirst()));
+}
+
+INSTANTIATE_TEST_SUITE_P(HelpFiles, HelpMenu,
+                         testing::Values(MenuRow{"mnuHelpDiagManual", "Fenrik Diagnostics.pdf"},
+                                         MenuRow{"mnuHelpSixSteps", "Fenrik Six Step Guide.pdf"},
+                                         MenuRow{"mnuHelpConnSpec", "Fenrik Connector Spec.pdf"}));
+
+// As an installation's first start fills it.
+TEST(HelpFiles, AreCopiedToTheUsersFolder)
+{
+    QTemporaryDir root;
+    const QString installed = root.filePath("share");
+    QDir().mkpath(installed + "/Help");
+    for (const char* name : kNames)
+        ASSERT_TRUE(QFile::copy(Built(name), installed + "/Help/" + name));
+    const ProgramFolder folder(root.filePath("bin"), root.filePath("user"), installed);
+    for (const char* name : kNames) {
+        const QFileInfo copy(folder.File(QStringLiteral("Help/") + QLatin1String(name)));
+        EXPECT_EQ(copy.size(), QFileInfo(Built(name)).size()) << name;
+    }
+}
 
 class MakeHelpTest : public testing::Test {
 protected:
