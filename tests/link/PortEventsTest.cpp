@@ -110,6 +110,34 @@ TEST_F(PortEventsTest, TheCarriersLossIsSeenAcrossEvents)
     EXPECT_EQ(host.hangUps, 1);
 }
 
+TEST_F(PortEventsTest, TheCarriersLossIsSeenInsideDataAndWhereverItIsSplit)
+{
+    Connect(true);
+    const QByteArray lost = "NO CARRIER";
+    for (qsizetype split = 0; split <= lost.size(); ++split) {
+        Arrive(Wire(901, 3) + lost.left(split));
+        EXPECT_EQ(handler.CarrierLost(), split == lost.size()) << split;
+        Arrive(lost.mid(split) + Wire(902, 3));
+        EXPECT_TRUE(handler.CarrierLost()) << split;
+        handler.ResetCarrierLostStatus();
+    }
+    EXPECT_EQ(host.hangUps, lost.size() + 1);
+}
+
+TEST_F(PortEventsTest, ATextThatBeginsAnewBeforeItEndsIsSeen)
+{
+    Connect(true);
+    for (const char* text : {"NNO CARRIER", "NO NO CARRIER", "NO CARRIENO CARRIER", "NO CARNO CARRIER"}) {
+        Arrive(text);
+        EXPECT_TRUE(handler.CarrierLost()) << text;
+        handler.ResetCarrierLostStatus();
+    }
+    for (const char* text : {"NO  CARRIER", "NO CCARRIER", "O CARRIER", "NO CARRIE", "ER"}) {
+        Arrive(text);
+        EXPECT_FALSE(handler.CarrierLost()) << text;
+    }
+}
+
 TEST_F(PortEventsTest, OnlyTheExactTextIsALostCarrier)
 {
     Connect(true);
@@ -188,6 +216,18 @@ TEST_F(PortEventsTest, ThreeBackslashesAreOneByteAndAnOpenEscape)
     const QByteArray escaped = CMsgHandler::toEscapedString(frame);
     Arrive(escaped.left(escaped.size() - 1) + "\\x" + escaped.right(1));
     EXPECT_THAT(ReceivedData(), ElementsAre(0x005C));
+}
+
+TEST_F(PortEventsTest, ABackslashInAnyByteOfAFrameComesThrough)
+{
+    Connect(true);
+    // One of these has a backslash in each place but the first, which is always 0: header, data, sum.
+    for (const QByteArray& frame :
+         {Wire(279, 0), Wire(23, 0x5C00), Wire(23, 0x005C), Wire(23, 0x5C5C), Wire(1, 0x00B8)}) {
+        Arrive(CMsgHandler::toEscapedString(frame));
+        ASSERT_EQ(handler.ReceivedMessagesPending(), 1) << frame.toHex().toStdString();
+        EXPECT_EQ(handler.GetMessageReceived()->rawBytes.back(), std::uint8_t(frame.back()));
+    }
 }
 
 struct EscapeRow {
