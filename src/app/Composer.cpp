@@ -65,6 +65,24 @@ Composer::Composer(const Services& services, QWidget* parent)
 
 Composer::~Composer() = default;
 
+QSize Composer::minimumSizeHint() const
+{
+    const int wider = std::max(mUi->commandLayout->minimumSize().width(), mUi->valueLayout->minimumSize().width());
+    return {wider, QWidget::minimumSizeHint().height()};
+}
+
+void Composer::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    const int oneRow = mUi->commandLayout->minimumSize().width() + mUi->composerLayout->spacing() +
+                       mUi->valueLayout->minimumSize().width();
+    const auto direction = width() < oneRow ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight;
+    if (mUi->composerLayout->direction() == direction)
+        return;
+    mUi->composerLayout->setDirection(direction);
+    updateGeometry();
+}
+
 void Composer::SetUpButtons()
 {
     mUi->CboCategory->installEventFilter(this);

@@ -57,7 +57,11 @@ public:
 
     void SetSendEnabled(bool enabled);
 
+    /// The width of its wider half: in a narrow window the halves stand one below the other.
+    [[nodiscard]] QSize minimumSizeHint() const override;
+
 protected:
+    void resizeEvent(QResizeEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:

@@ -111,10 +111,17 @@ void Connection::RefreshConnection(bool readPanels, bool detect)
                                QMessageBox::Information);
 }
 
+int Connection::MethodInUse() const
+{
+    // Another one may have been chosen for the next time.
+    return mPorts.PortOpen() ? int(mServices.handler.TargetPort()) : ConnectionType();
+}
+
 void Connection::Disconnect()
 {
+    const int method = MethodInUse();
     CommonPreDisconnect();
-    switch (ConnectionType()) {
+    switch (method) {
     case kTransceiver:
         if (mServices.port.PortOpen())
             mServices.port.setPortOpen(false);
@@ -135,7 +142,7 @@ void Connection::CommonPreDisconnect()
         if (mSystem.MountedNodeNumber() != 0)
             mHost.UnmountNode(mSystem.MountedNodeNumber());
         // The relay's routine still needs to know that it is the transport; it clears it itself.
-        if (ConnectionType() != kRelay)
+        if (MethodInUse() != kRelay)
             mServices.handler.setTargetPort(Transport::kNone);
     });
 }

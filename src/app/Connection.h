@@ -58,6 +58,8 @@ public:
     [[nodiscard]] int ConnectionType() const;
 
 private:
+    /// The method of the present connection; without one that of the settings.
+    [[nodiscard]] int MethodInUse() const;
     void ConnectByTransceiver();
     void LoadSystemIfNone();
     void ForgetNetwork();

@@ -3,6 +3,7 @@
 #include "app/DiagPanels.h"
 #include "app/LegacyOptions.h"
 #include "app/Services.h"
+#include "app/WindowState.h"
 #include "app/frmDiag.h"
 #include "app/frmSplash.h"
 #include "legacy/FrmDiag98.h"
@@ -22,11 +23,13 @@ namespace fenrik {
 
 MMain::Environment MMain::OfThisProcess()
 {
-    return {ProgramFolder::OfThisProcess(), SettingsStore::ConfigFolder(), VersionInfo::OfThisBuild()};
+    return {ProgramFolder::OfThisProcess(), SettingsStore::ConfigFolder(), VersionInfo::OfThisBuild(),
+            WindowState::Screens()};
 }
 
 MMain::MMain(const Environment& environment)
-    : mEnvironment(environment), mStore(environment.configFolder + QStringLiteral("/settings.ini")), mPump(mClock),
+    : mEnvironment(environment), mStore(environment.configFolder + QStringLiteral("/settings.ini")),
+      mWindowStore(environment.configFolder + QStringLiteral("/window.ini")), mPump(mClock),
       mErrors(mEnvironment.folder, mEnvironment.version, mClock, mBoxes),
       mRegistryStore(environment.configFolder + QStringLiteral("/registry.ini")), mRegistry(mRegistryStore, mErrors),
       mProfiles(mRegistry, mBoxes, mClock), mRemote(mProfiles, mStore),
@@ -121,6 +124,7 @@ void MMain::OpenLegacyWindow()
                                   mEnvironment.folder.Path()};
     mLegacyOptions = std::make_unique<LegacyOptions>(AllServices(), static_cast<ProgramHost&>(*this));
     mLegacyWindow = std::make_unique<FrmDiag98>(services, static_cast<LegacyHost&>(*this));
+    WindowState(mWindowStore, mEnvironment.screens).Restore(*mLegacyWindow);
     mLegacyWindow->show();
 }
 
@@ -163,6 +167,15 @@ Services MMain::AllServices()
             mProfiles};
 }
 
+QString MMain::FirstSteps() const
+{
+    if (mRun.USBTransceiverPort != 0)
+        return QStringLiteral("Welcome! Connect the transceiver to the vehicle, then press \"Connect\" (Ctrl+K).");
+    return QStringLiteral(
+        "Welcome! Plug in the transceiver, choose its port in \"Network options\" (Ctrl+N), then press "
+        "\"Connect\" (Ctrl+K).");
+}
+
 bool MMain::OpenDiagWindow(frmSplash& splash)
 {
     mWindow = std::make_unique<frmDiag>(AllServices(), mAsciiMap, static_cast<ProgramHost&>(*this));
@@ -177,6 +190,9 @@ bool MMain::OpenDiagWindow(frmSplash& splash)
     PopulatecboCategoryList();
     if (mRun.USBTransceiverPort != 0)
         mWindow->setStatus(QStringLiteral("USB Transceiver Detected and Autoselected."));
+    if (mSettings.FirstRun)
+        mWindow->setMsg(FirstSteps());
+    WindowState(mWindowStore, mEnvironment.screens).Restore(*mWindow);
     mWindow->show();
     return true;
 }
@@ -223,6 +239,8 @@ void MMain::SaveAndEnd()
 {
     mSettings.FirstRun = false;
     WriteSettings();
+    Guarded(mErrors, "MMain:SaveWindow",
+            [this] { WindowState(mWindowStore, mEnvironment.screens).Save(*MainWindow()); });
     EndProgram();
 }
 

@@ -26,6 +26,9 @@
 #include "shared/RunState.h"
 #include "shared/Settings.h"
 
+#include <QList>
+#include <QRect>
+
 #include <memory>
 
 namespace fenrik {
@@ -42,8 +45,9 @@ class MMain : private CatalogueHost, private ProgramHost, private LegacyHost {
 public:
     struct Environment {
         ProgramFolder folder;
-        QString configFolder;  ///< of settings.ini, registry.ini and ports/
+        QString configFolder;  ///< of settings.ini, window.ini, registry.ini and ports/
         VersionInfo version;
+        QList<QRect> screens = {};  ///< as WindowState takes them; without any, windows are as large as they like
     };
 
     /// The environment of this process.
@@ -89,10 +93,13 @@ private:
     void OpenLegacyWindow();
     [[nodiscard]] Services AllServices();
     void AskForDatabase();
+    /// What a new user does first.
+    [[nodiscard]] QString FirstSteps() const;
     void ChooseDiagLogPath();
 
     Environment mEnvironment;
     SettingsStore mStore;
+    SettingsStore mWindowStore;
     Settings mSettings;
     RunState mRun;
     Boxes mBoxes;

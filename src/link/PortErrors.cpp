@@ -1,5 +1,6 @@
 #include "link/PortErrors.h"
 
+#include "link/ConnectAdvice.h"
 #include "platform/Boxes.h"
 #include "platform/Error.h"
 
@@ -12,10 +13,12 @@ bool AskAfterPortError(Boxes& boxes, int commPort, const Error& error)
         return boxes.MsgBox(QStringLiteral("Comm Port %1 already open.\n"
                                            "Close the port and click Retry to continue, "
                                            "or Cancel to abort operation.")
-                                .arg(commPort),
+                                    .arg(commPort) +
+                                ConnectAdvice::PortInUse(),
                             QMessageBox::Warning, QMessageBox::Retry | QMessageBox::Cancel) == QMessageBox::Retry;
     case ErrorNumber::kPortNotFound:
-        boxes.MsgBox(QStringLiteral("Comm Port %1 does not exist.").arg(commPort), QMessageBox::Warning);
+        boxes.MsgBox(QStringLiteral("Comm Port %1 does not exist.").arg(commPort) + ConnectAdvice::NoPort(),
+                     QMessageBox::Warning);
         return false;
     case ErrorNumber::kSetCommState:
         boxes.MsgBox(QStringLiteral("Unable to set Comm State on Comm Port %1 .  Please retry.  ").arg(commPort),

@@ -1,6 +1,7 @@
 #include "link/Transceiver.h"
 
 #include "link/CMsgHandler.h"
+#include "link/ConnectAdvice.h"
 #include "platform/Boxes.h"
 #include "platform/ComPorts.h"
 #include "platform/SerialControl.h"
@@ -73,7 +74,8 @@ void Transceiver::ConnectTransceiver()
     mHost.RefreshConnection(true, true);
     mBoxes.MsgBox(QStringLiteral("No transceiver was detected.\n"
                                  "Please check all connections to the transceiver, and\n"
-                                 "make sure power has been recycled since the last download."),
+                                 "make sure power has been recycled since the last download.") +
+                      ConnectAdvice::NoTransceiver(),
                   QMessageBox::Information);
 }
 

@@ -10,6 +10,7 @@
 #include "platform/ComPorts.h"
 #include "platform/SerialControl.h"
 #include "shared/ErrorReporter.h"
+#include "shared/EventPump.h"
 #include "shared/Settings.h"
 #include "widgets/ToolIcon.h"
 
@@ -178,7 +179,7 @@ void frmCommSetup::Continue()
 
 void frmCommSetup::done(int result)
 {
-    if (ProtocolChanged() && !mParts.settings.FirstRun)
+    if (ProtocolChanged() && !mParts.settings.FirstRun && !mParts.pump.Stopped())
         mParts.boxes.MsgBox(
             QStringLiteral("The program will have to be restarted for the protocol change to take effect."),
             QMessageBox::Information);

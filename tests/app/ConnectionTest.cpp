@@ -1,6 +1,7 @@
 #include "app/Connection.h"
 
 #include "AppFixture.h"
+#include "link/ConnectAdvice.h"
 #include "link/Transceiver.h"
 #include "model/CSystem.h"
 
@@ -132,7 +133,7 @@ TEST_F(ConnectionTest, APortThatDoesNotExistIsTold)
     settings.CommPort = 9;
     connection.Connect();
     ASSERT_THAT(boxes.boxes, SizeIs(1));
-    EXPECT_EQ(boxes.boxes[0].text, "Comm Port 9 does not exist.");
+    EXPECT_EQ(boxes.boxes[0].text, "Comm Port 9 does not exist." + ConnectAdvice::NoPort());
     EXPECT_EQ(boxes.boxes[0].buttons, QMessageBox::Ok);
     EXPECT_TRUE(QFile::exists(log.Path())) << "the head that was written before stays in the file";
 }
@@ -146,7 +147,8 @@ TEST_F(ConnectionTest, APortInUseIsTriedAgainUntilTheUserGivesUp)
     connection.Connect();
     ASSERT_THAT(boxes.boxes, SizeIs(3));
     EXPECT_EQ(boxes.boxes[0].text, "Comm Port 5 already open.\n"
-                                   "Close the port and click Retry to continue, or Cancel to abort operation.");
+                                   "Close the port and click Retry to continue, or Cancel to abort operation." +
+                                       ConnectAdvice::PortInUse());
     EXPECT_EQ(boxes.boxes[0].buttons, QMessageBox::Retry | QMessageBox::Cancel);
     EXPECT_FALSE(port.PortOpen());
 }

@@ -1,5 +1,6 @@
 #include "WindowFixture.h"
 
+#include "link/ConnectAdvice.h"
 #include "platform/SerialControl.h"
 
 #include <QElapsedTimer>
@@ -109,7 +110,7 @@ TEST_F(WindowConnectionTest, APortThatDoesNotExistIsTold)
 {
     ASSERT_TRUE(Start("CommPort=9\n"));
     Click("Connect");
-    EXPECT_EQ(user.seen, QStringList{"Comm Port 9 does not exist."});
+    EXPECT_EQ(user.seen, QStringList{"Comm Port 9 does not exist." + ConnectAdvice::NoPort()});
     EXPECT_EQ(Status(), "Disconnected");
     EXPECT_TRUE(Window().Hub().State().Ready());
     EXPECT_TRUE(Button("Connect").isEnabled());
@@ -125,7 +126,8 @@ TEST_F(WindowConnectionTest, APortInUseMayBeTriedAgain)
     ASSERT_TRUE(Start());
     Click("Connect");
     const QString text = "Comm Port 5 already open.\n"
-                         "Close the port and click Retry to continue, or Cancel to abort operation.";
+                         "Close the port and click Retry to continue, or Cancel to abort operation." +
+                         ConnectAdvice::PortInUse();
     EXPECT_EQ(user.seen, QStringList({text, text}));
     EXPECT_FALSE(user.sawHourglass);
     EXPECT_EQ(Status(), "Disconnected");

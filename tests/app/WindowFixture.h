@@ -116,7 +116,7 @@ protected:
     /// Starts the program; `more` are lines of the settings behind those that all tests have.
     bool Start(const QByteArray& more = {}, const QString& comments = {})
     {
-        MakeFile(SettingsFile(), "[Settings]\nCommPort=5\nNodesInSystem=3\n" + more);
+        MakeFile(SettingsFile(), "[Settings]\nCommPort=5\nNodesInSystem=3\nFirstRun=False\n" + more);
         const QString none = dir.filePath("none");
         program = std::make_unique<MMain>(MMain::Environment{ProgramFolder(none, dir.filePath("program"), none),
                                                              dir.filePath("config"), VersionInfo(1, 0, 7, comments)});

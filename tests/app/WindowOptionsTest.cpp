@@ -62,7 +62,7 @@ protected:
 
 TEST_F(WindowOptionsTest, WhatIsChosenForTheNetworkHoldsAndIsWritten)
 {
-    ASSERT_TRUE(Start());
+    ASSERT_TRUE(Start("FirstRun=True\n"));
     Network([](QDialog& options) {
         EXPECT_EQ(In<PortList>(options, "lstPorts").SelectedPort(), 5);
         In<QSlider>(options, "barNodes").setValue(20);
@@ -231,7 +231,7 @@ TEST_F(WindowOptionsTest, ABrokenSettingsFileIsKeptBesideTheFirstOneWrittenOnly)
 
 TEST_F(WindowOptionsTest, EndingTheProgramUnderAnOpenWindowOfOptionsKeepsWhatWasChosen)
 {
-    ASSERT_TRUE(Start());
+    ASSERT_TRUE(Start("FirstRun=True\n"));
     const WhenShown network("frmCommSetup", [this](QDialog& options) {
         In<QSlider>(options, "barNodes").setValue(9);
         In<QComboBox>(options, "CboProtocol").setCurrentIndex(0);

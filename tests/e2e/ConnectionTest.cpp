@@ -1,6 +1,7 @@
 // Connecting and what ends a connection.
 
 #include "e2e/ToolTest.h"
+#include "link/ConnectAdvice.h"
 
 #include <QElapsedTimer>
 
@@ -65,7 +66,7 @@ TEST_F(Connection, ToAPortThatDoesNotExistIsToldInABox)
 {
     ASSERT_NO_FATAL_FAILURE(StartTool());
     Click("Toolbar", "Connect");
-    EXPECT_THAT(boxes.Take(), ElementsAre(QStringLiteral("Comm Port 5 does not exist.")));
+    EXPECT_THAT(boxes.Take(), ElementsAre(QStringLiteral("Comm Port 5 does not exist.") + ConnectAdvice::NoPort()));
     EXPECT_EQ(Text("txtStatus"), "Disconnected");
 }
 
@@ -109,10 +110,10 @@ TEST_F(SlowConnection, ToASilentTransceiverIsGivenUpAfterSevenAndAHalfSeconds)
     timer.start();
     Click("Toolbar", "Connect");
     EXPECT_GE(timer.elapsed(), 7400);
-    EXPECT_THAT(boxes.Take(),
-                ElementsAre(QStringLiteral("No transceiver was detected.\n"
-                                           "Please check all connections to the transceiver, and\n"
-                                           "make sure power has been recycled since the last download.")));
+    EXPECT_THAT(boxes.Take(), ElementsAre(QStringLiteral("No transceiver was detected.\n"
+                                                         "Please check all connections to the transceiver, and\n"
+                                                         "make sure power has been recycled since the last download.") +
+                                          ConnectAdvice::NoTransceiver()));
     EXPECT_EQ(Text("txtStatus"), "Disconnected");
     EXPECT_EQ(Text("txtMsg"), "No Transceiver found");
     EXPECT_THAT(vehicle.Meanings("RX"), ElementsAre("wake", "wake"));

@@ -1,6 +1,7 @@
 // Connecting to the older network by the toolbar, and what keeps the tool from it.
 
 #include "legacy/LegacyWindowFixture.h"
+#include "link/ConnectAdvice.h"
 
 namespace fenrik {
 namespace {
@@ -99,7 +100,7 @@ TEST_F(Connecting, APortThatIsNotThereIsToldAndTheHeadOfTheLogStays)
     Open();
     Click("Connect");
     ASSERT_THAT(boxes.boxes, SizeIs(1));
-    EXPECT_EQ(boxes.boxes[0].text, "Comm Port 6 does not exist.");
+    EXPECT_EQ(boxes.boxes[0].text, "Comm Port 6 does not exist." + ConnectAdvice::NoPort());
     EXPECT_EQ(Enabled(), kIdle);
     EXPECT_THAT(Logged().toStdString(), HasSubstr("FenrikII Diagnostics Log 98\r\n\r\nConnected - "));
 }

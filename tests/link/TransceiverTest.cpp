@@ -2,6 +2,7 @@
 
 #include "LinkFixture.h"
 
+#include "link/ConnectAdvice.h"
 #include "platform/Error.h"
 #include "platform/VersionInfo.h"
 #include "shared/RunState.h"
@@ -322,7 +323,10 @@ TEST_F(TransceiverTest, WithoutATransceiverThePortIsClosedAndTheUserIsTold)
     ASSERT_THAT(boxes.boxes, SizeIs(1));
     EXPECT_EQ(boxes.boxes[0].text,
               QStringLiteral("No transceiver was detected.\nPlease check all connections to the transceiver, and\n"
-                             "make sure power has been recycled since the last download."));
+                             "make sure power has been recycled since the last download.") +
+                  ConnectAdvice::NoTransceiver());
+    for (const char* word : {"Cables", "Power", "dialout", "udev rule"})
+        EXPECT_TRUE(boxes.boxes[0].text.contains(word)) << word;
     EXPECT_EQ(boxes.boxes[0].icon, QMessageBox::Information);
     EXPECT_EQ(boxes.boxes[0].buttons, QMessageBox::Ok);
 }
