@@ -23,7 +23,6 @@ constexpr Seconds kSettling{3};
 constexpr Seconds kWatched{20};
 constexpr double kLineRate = 160;  // frames a second
 constexpr double kLeastRate = 0.95 * kLineRate;
-constexpr int kPatienceMs = 60'000;
 const QString kBareWindow = QStringLiteral(FENRIK_BENCH_FOLDER "/BareWindow");
 const QString kVehicle = QStringLiteral(FENRIK_BIN_FOLDER "/fenrik-vehicle");
 
@@ -64,13 +63,6 @@ void MeasureStart(const Copy& copy, DisplayWatch& display)
     PrintFigure("Start/Bare", Median(bare));
 }
 
-double UsedWhile(QProcess& process, Seconds time)
-{
-    const double before = ProcessorSeconds(process.processId());
-    std::this_thread::sleep_for(time);
-    return ProcessorSeconds(process.processId()) - before;
-}
-
 void MeasureIdle(QProcess& tool, DisplayWatch& display, const Copy& copy)
 {
     display.Drain();
@@ -84,23 +76,6 @@ void MeasureIdle(QProcess& tool, DisplayWatch& display, const Copy& copy)
     End(bare);
 }
 
-void Press(std::uint32_t window, const char* keys)
-{
-    QProcess xdotool;
-    xdotool.start(QStringLiteral("xdotool"), {"windowfocus", "--sync", QString::number(window), "key", keys});
-    if (!xdotool.waitForFinished(kPatienceMs) || xdotool.exitCode() != 0)
-        throw NotMeasured("xdotool can't press keys");
-}
-
-void Control(QProcess& vehicle, const char* statement)
-{
-    vehicle.write(QByteArray(statement) + '\n');
-    while (!vehicle.canReadLine() && vehicle.waitForReadyRead(kPatienceMs)) {
-    }
-    if (vehicle.readLine().trimmed() != "ok")
-        throw NotMeasured("the simulated vehicle does not obey");
-}
-
 void StartVehicle(QProcess& vehicle, const Copy& copy)
 {
     const QString scenario = copy.Path("scenario.txt");
@@ -109,10 +84,7 @@ void StartVehicle(QProcess& vehicle, const Copy& copy)
         throw NotMeasured("the scenario can't be written");
     file.close();
     copy.Start(vehicle, kVehicle, {"--port", "5", "--pace", "--control", "--scenario", scenario});
-    while (!vehicle.canReadLine() && vehicle.waitForReadyRead(kPatienceMs)) {
-    }
-    if (!vehicle.readLine().startsWith("ready"))
-        throw NotMeasured("the simulated vehicle does not start");
+    WaitForVehicle(vehicle);
 }
 
 void Connect(std::uint32_t window, const Copy& copy)

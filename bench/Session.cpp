@@ -8,6 +8,7 @@
 #include <ctime>
 #include <memory>
 #include <poll.h>
+#include <thread>
 #include <xcb/xcb.h>
 
 namespace fenrik {
@@ -118,6 +119,38 @@ void End(QProcess& process)
     process.terminate();
     if (!process.waitForFinished(kPatienceMs))
         process.kill();
+}
+
+double UsedWhile(QProcess& process, std::chrono::duration<double> time)
+{
+    const double before = ProcessorSeconds(process.processId());
+    std::this_thread::sleep_for(time);
+    return ProcessorSeconds(process.processId()) - before;
+}
+
+void Press(std::uint32_t window, const char* keys)
+{
+    QProcess xdotool;
+    xdotool.start(QStringLiteral("xdotool"), {"windowfocus", "--sync", QString::number(window), "key", keys});
+    if (!xdotool.waitForFinished(kPatienceMs) || xdotool.exitCode() != 0)
+        throw NotMeasured("xdotool can't press keys");
+}
+
+void WaitForVehicle(QProcess& vehicle)
+{
+    while (!vehicle.canReadLine() && vehicle.waitForReadyRead(kPatienceMs)) {
+    }
+    if (!vehicle.readLine().startsWith("ready"))
+        throw NotMeasured("the simulated vehicle does not start");
+}
+
+void Control(QProcess& vehicle, const char* statement)
+{
+    vehicle.write(QByteArray(statement) + '\n');
+    while (!vehicle.canReadLine() && vehicle.waitForReadyRead(kPatienceMs)) {
+    }
+    if (vehicle.readLine().trimmed() != "ok")
+        throw NotMeasured("the simulated vehicle does not obey");
 }
 
 }  // namespace fenrik

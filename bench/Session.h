@@ -3,6 +3,7 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
+#include <chrono>
 #include <cstdint>
 #include <stdexcept>
 
@@ -56,6 +57,18 @@ private:
 
 /// Processor seconds that a process has used.
 [[nodiscard]] double ProcessorSeconds(qint64 processId);
+
+/// The same within that time.
+[[nodiscard]] double UsedWhile(QProcess& process, std::chrono::duration<double> time);
+
+/// Presses keys ("ctrl+k") in a window.
+void Press(std::uint32_t window, const char* keys);
+
+/// Waits until the simulated vehicle, which was started, can be connected to.
+void WaitForVehicle(QProcess& vehicle);
+
+/// Has it carry out a statement.
+void Control(QProcess& vehicle, const char* statement);
 
 /// Ends a process and waits for it.
 void End(QProcess& process);
