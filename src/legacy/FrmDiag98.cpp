@@ -8,9 +8,6 @@
 #include "legacy/MiscPanel98.h"
 #include "legacy/Toolbar98.h"
 #include "legacy/ToolbarActions98.h"
-#include "platform/NormalPointer.h"
-#include "platform/SerialControl.h"
-#include "shared/EventPump.h"
 #include "shared/Settings.h"
 #include "widgets/MessageListView.h"
 #include "widgets/StatusLine.h"
@@ -105,7 +102,6 @@ void FrmDiag98::SetUpMessages()
 
 void FrmDiag98::ChooseDatabase()
 {
-    const NormalPointer pointer;
     FrmFileDialog(mServices.settings, mServices.programFolder, mServices.boxes, &Protocol98::Complaint,
                   VolumesOfThisComputer(), this)
         .exec();

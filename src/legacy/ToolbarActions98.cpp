@@ -32,24 +32,30 @@ void ToolbarActions98::Click(const QString& key)
 void ToolbarActions98::Run(const QString& key)
 {
     using Action = void (*)(ToolbarActions98&);
-    static const QHash<QString, Action> kActions{
+    static const QHash<QString, Action> kWork{
         {QStringLiteral("Connect"), [](ToolbarActions98& self) { self.mWindow.Link().Connect(); }},
         {QStringLiteral("Disconnect"), [](ToolbarActions98& self) { self.mWindow.Link().Disconnect(); }},
-        {QStringLiteral("Port"), [](ToolbarActions98& self) { self.mHost.OpenNetworkOptions(self.mWindow); }},
-        {QStringLiteral("DB"), [](ToolbarActions98& self) { self.mWindow.ChooseDatabase(); }},
-        {QStringLiteral("Log"), [](ToolbarActions98& self) { self.ChooseLogOptions(); }},
         {QStringLiteral("Clear"), [](ToolbarActions98& self) { self.Clear(); }},
         {QStringLiteral("Analog"), [](ToolbarActions98& self) { self.ShowAnalog(); }},
         {QStringLiteral("Info"), [](ToolbarActions98& self) { self.ShowInformation(); }},
+    };
+    static const QHash<QString, Action> kWindows{
+        {QStringLiteral("Port"), [](ToolbarActions98& self) { self.mHost.OpenNetworkOptions(self.mWindow); }},
+        {QStringLiteral("DB"), [](ToolbarActions98& self) { self.mWindow.ChooseDatabase(); }},
+        {QStringLiteral("Log"), [](ToolbarActions98& self) { self.ChooseLogOptions(); }},
         {QStringLiteral("Harnwick"), [](ToolbarActions98& self) { self.mHost.OpenToolOptions(self.mWindow); }},
         {QStringLiteral("About"), [](ToolbarActions98& self) { self.mHost.OpenAbout(self.mWindow); }},
     };
-    kActions.value(key)(*this);
+    if (const Action work = kWork.value(key)) {
+        work(*this);
+        return;
+    }
+    const NormalPointer pointer;
+    kWindows.value(key)(*this);
 }
 
 void ToolbarActions98::ChooseLogOptions()
 {
-    const NormalPointer pointer;
     FrmMsgLogging(mServices.settings, mServices.store, mServices.errors, &mWindow).exec();
 }
 

@@ -8,7 +8,8 @@ class FrmDiag98;
 class LegacyHost;
 struct LegacyServices;
 
-/// What a click on a button of the toolbar does. The toolbar is off and the hourglass on meanwhile.
+/// What a click on a button of the toolbar does. The toolbar is off and the hourglass on meanwhile; over a window that
+/// waits for the user it is an arrow.
 class ToolbarActions98 : public QObject {
     Q_OBJECT
 

@@ -143,9 +143,15 @@ TEST_F(LegacyWindow, APortThatGoesAwayWhileItIsWokenEndsTheConnection)
 TEST_F(LegacyWindow, OptionsAndAboutAreTheProgramsMatter)
 {
     Open();
+    host.onCall = [this](const char* call) {
+        host.calls.emplace_back(call);
+        EXPECT_EQ(QGuiApplication::overrideCursor()->shape(), Qt::ArrowCursor) << call;
+        EXPECT_FALSE(Find<QToolBar>("Toolbar").isEnabled()) << call;
+    };
     for (const char* key : {"Port", "Harnwick", "About"})
         Click(key);
     EXPECT_THAT(host.calls, ElementsAre("port", "harnwick", "about"));
+    host.onCall = [](const char*) {};
 }
 
 TEST_F(LegacyWindow, AnErrorOfAButtonIsReportedAndTheToolbarComesBack)

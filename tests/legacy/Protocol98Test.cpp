@@ -4,6 +4,7 @@
 #include "shared/Settings.h"
 #include "support/BoxRecorder.h"
 #include "support/ErrorRecorder.h"
+#include "support/JetFileWriter.h"
 #include "support/Printers.h"
 
 #include <QDir>
@@ -282,6 +283,34 @@ INSTANTIATE_TEST_SUITE_P(
                               {kSystemTable, "INSERT INTO System VALUES (1, 'x', '', 0, 99999999999)"},
                               "Overflow"}),
     [](const auto& test) { return test.param.name; });
+
+class GenuineFiles : public Protocol, public testing::WithParamInterface<JetFileWriter::Version> {};
+
+TEST_P(GenuineFiles, AreReadAsTheyAre)
+{
+    JetFileWriter writer(GetParam());
+    writer.AddTable("Info", {{"SystemName", JetType::kText}}, {{"Bus 12"}});
+    writer.AddTable("System",
+                    {{"ID", JetType::kLong},
+                     {"Message", JetType::kInteger},
+                     {"Name", JetType::kText},
+                     {"Description", JetType::kText},
+                     {"Ignore", JetType::kBoolean},
+                     {"Divisor", JetType::kLong}},
+                    {{1, 50, "Volts", "Analog", false, 10}, {2, 11, "Alive", QVariant(), true, QVariant()}});
+    MakeFile(Path(), writer.Bytes());
+    EXPECT_EQ(Protocol98::Complaint(Path()), "");
+    EXPECT_TRUE(protocol.LoadMessageTable());
+    EXPECT_EQ(Entry(50).Name, "Volts");
+    EXPECT_EQ(Entry(50).kind, Kind::Analog);
+    EXPECT_FALSE(Entry(50).Ignore);
+    EXPECT_EQ(Entry(50).Divisor, 10);
+    EXPECT_TRUE(Entry(11).Ignore);
+    EXPECT_EQ(Entry(11).Divisor, 1);
+}
+
+INSTANTIATE_TEST_SUITE_P(Legacy, GenuineFiles,
+                         testing::Values(JetFileWriter::Version::kJet3, JetFileWriter::Version::kJet4));
 
 TEST_F(Protocol, AFileThatIsNoDatabaseIsTold)
 {
