@@ -38,7 +38,7 @@ end_session() {
 build_programs() {
     cmake --preset release -S "$root" -DFENRIK_BENCH=OFF >"$session/configure.log" 2>&1 ||
         { cat "$session/configure.log" >&2; die "The build could not be set up."; }
-    cmake --build "$root/build/release" --target fenrik-diagnostics fenrik-vehicle fenrik_sample fenrik_help_files fenrik_legacy_sample
+    cmake --build "$root/build/release" --target fenrik-diagnostics fenrik-vehicle fenrik-relay fenrik_sample fenrik_help_files fenrik_legacy_sample
 }
 
 # The user's own settings stay untouched. What is changed in the tool is kept for the next run.
@@ -72,6 +72,51 @@ start_vehicle() {
     started+=("$vehicle")
     wait_for 10 vehicle_ready || die "The simulator does not get ready."
     grep -q '^ready ' "$session/vehicle.out" || { cat "$session/vehicle.out" >&2; die "The simulator has ended."; }
+}
+
+relay_ready() { grep -q '^ready ' "$session/relay.out" || ! running "$relay"; }
+
+# The relay, on a port that is free; sets relay_port.
+start_relay() {
+    : >"$session/relay.out"
+    "$bin/fenrik-relay" --listen 127.0.0.1:0 --log "$session/relay.log" >"$session/relay.out" 2>&1 &
+    relay=$!
+    started+=("$relay")
+    wait_for 10 relay_ready || die "The relay does not get ready."
+    grep -q '^ready ' "$session/relay.out" || { cat "$session/relay.out" >&2; die "The relay has ended."; }
+    relay_port=$(sed -n 's/^ready .*://p' "$session/relay.out")
+}
+
+# start_colleague ARGUMENT...: Bob, at the relay, with the simulated vehicle. His answers come from the terminal.
+start_colleague() {
+    : >"$session/vehicle.out"
+    "$bin/fenrik-vehicle" --relay "127.0.0.1:$relay_port" --name Bob --control --log "$session/vehicle.log" "$@" \
+        <&0 > >(tee "$session/vehicle.out") 2>&1 &
+    vehicle=$!
+    started+=("$vehicle")
+    wait_for 10 vehicle_ready || die "The colleague does not get ready."
+    running "$vehicle" || die "The colleague has ended."
+}
+
+# A profile of Ann's for the relay of this run, whose port is another each time, and the relay as the connection method.
+use_relay_profile() {
+    local folder=$XDG_CONFIG_HOME/fenrik-diagnostics id=5E1F0A44-93D6-4C0B-8A57-2B6C0D9E7F11
+    local key="Harnwick%20Technologies\\RemoteServer\\Profiles\\%7B$id%7D"
+    printf '%s\n' '[Software]' "$key\\UserName=Ann" "$key\\LogonID=ann" "$key\\ServerName=127.0.0.1" \
+        "$key\\ServerPort=dword:$relay_port" >"$folder/registry.ini"
+    grep -q '^RDRecentProfileKey=' "$folder/settings.ini" ||
+        printf '%s\n' '[Settings]' CommPort=5 ConnectionType=3 RDEnable=True "RDRecentProfileKey={$id}" \
+            >"$folder/settings.ini"
+}
+
+find_users_window() { xdotool search --onlyvisible --name '^Remote Diagnostics - Active Users' >/dev/null 2>&1; }
+
+# Chooses the first user in the window that connecting has opened.
+choose_colleague() {
+    wait_for 10 find_users_window || die "The tool shows no users; see $session/tool.log."
+    sleep 0.5
+    press space
+    press Return
 }
 
 # A virtual display under a number that is free, with a window manager, so that windows have focus and menus work.
