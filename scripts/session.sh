@@ -62,9 +62,17 @@ choose_legacy_network() {
         printf '\n[Database]\nPath=%s\nName=Demonstration Bus 98.dav\n' "$bin/legacy" >>"$settings"
 }
 
+# In the profile: the modem at COM6, and the number of the simulated vehicle.
+choose_modem() {
+    local settings=$XDG_CONFIG_HOME/fenrik-diagnostics/settings.ini
+    sed -i '/^ConnectionType=/d; /^ModemCommPort=/d; s/^\[Settings\]$/&\nConnectionType=2\nModemCommPort=6/' "$settings"
+    grep -q '^LastPhoneNumber=.' "$settings" ||
+        sed -i '/^LastPhoneNumber=/d; s/^\[Settings\]$/&\nLastPhoneNumber=555-0100/' "$settings"
+}
+
 vehicle_ready() { grep -q '^ready ' "$session/vehicle.out" || ! running "$vehicle"; }
 
-# start_vehicle ARGUMENT...: the simulator on COM5.
+# start_vehicle ARGUMENT...: the simulator on COM5, if no other port is among the arguments.
 start_vehicle() {
     : >"$session/vehicle.out"
     "$bin/fenrik-vehicle" --port 5 --log "$session/vehicle.log" "$@" >"$session/vehicle.out" 2>&1 &

@@ -19,7 +19,7 @@ namespace fenrik {
 
 namespace {
 
-constexpr int kStatusCharacters = 48;
+constexpr int kStatusCharacters = 58;  // the longest step
 
 }  // namespace
 
