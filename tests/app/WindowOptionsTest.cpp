@@ -116,6 +116,25 @@ TEST_F(WindowOptionsTest, WhileConnectedTheNetworkOptionsLeaveTheConnectionAlone
     EXPECT_TRUE(Until([this] { return Lines().size() == 1; }));
 }
 
+TEST_F(WindowOptionsTest, AConnectionIsEndedByTheMethodThatMadeIt)
+{
+    StartAndConnect("AutoDetect=False\n");
+    const WhenShown network("frmCommSetup", [](QDialog& options) {
+        In<QTabWidget>(options, "sstabPortSelection").setCurrentIndex(2);
+        In<QCheckBox>(options, "chkPipeServerIsDefault").click();
+        options.close();
+    });
+    Entry("mnuSettingsNetwork").trigger();
+    EXPECT_EQ(Stored("Settings/ConnectionType"), "3");
+    Click("Disconnect");
+    EXPECT_EQ(Status(), "Disconnected");
+    const ComPorts ports(dir.filePath("config/ports"), [] { return QList<SerialDevice>(); });
+    SerialControl other(ports);
+    other.setCommPort(5);
+    other.setPortOpen(true);
+    EXPECT_TRUE(other.PortOpen());
+}
+
 TEST_F(WindowOptionsTest, ASavedSystemKeepsItsNumberOfNodes)
 {
     ASSERT_TRUE(Start());

@@ -90,6 +90,21 @@ TEST_F(ComPortsTest, ANumberAboveSixteenCanBeEnteredByHand)
     EXPECT_THAT(ports.DevicePath(40), Path(device));
 }
 
+TEST_F(ComPortsTest, ASnapshotListsTheDevicesOnce)
+{
+    int listed = 0;
+    const ComPorts ports(folder.Path(), [&listed] {
+        ++listed;
+        return QList<SerialDevice>{OnBoard(0), Usb(0)};
+    });
+    const ComPorts snapshot = ports.Snapshot();
+    EXPECT_THAT(snapshot.DevicePath(1), Path("/dev/ttyS0"));
+    EXPECT_THAT(snapshot.DevicePath(5), Path("/dev/ttyUSB0"));
+    EXPECT_EQ(listed, 1);
+    folder.Link(3, MakeDevice("modem"));
+    EXPECT_TRUE(snapshot.PortExists(3));
+}
+
 TEST_F(ComPortsTest, NumbersBelowOneDoNotExist)
 {
     folder.Link(0, MakeDevice("zero"));
