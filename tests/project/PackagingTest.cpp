@@ -56,6 +56,9 @@ TEST(Packaging, TheUdevRulesAreForTheTransceiverThatTheToolFinds)
 {
     const QString rules = Text("packaging/fenrik-transceiver.rules");
     EXPECT_TRUE(rules.contains(QStringLiteral("ATTRS{idVendor}==\"0403\", ATTRS{idProduct}==\"6001\"")));
+    EXPECT_TRUE(Text("packaging/debian/rules").contains(QStringLiteral("--name=fenrik-transceiver --priority=70")));
+    EXPECT_TRUE(Text("src/link/ConnectAdvice.cpp").contains(QStringLiteral("70-fenrik-transceiver.rules")))
+        << "the tool names another file";
     const QString ports = Text("src/platform/ComPorts.cpp");
     EXPECT_TRUE(ports.contains(QStringLiteral("0x0403"))) << "the tool looks for another vendor";
     EXPECT_TRUE(ports.contains(QStringLiteral("0x6001"))) << "the tool looks for another product";
