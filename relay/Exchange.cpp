@@ -164,7 +164,7 @@ void Exchange::PipeTo(User& user, const std::string& body)
 {
     auto* wanted = mUsers.Find(ReadPipeNumber(body));
     if (const auto objection = ObjectionToPipe(user, wanted); !objection.empty()) {
-        Log(user, "got no pipe: " + objection);
+        Log(user, "got no pipe: " + LogText(objection));
         return SendError(user, objection);
     }
     if (user.partner == wanted)

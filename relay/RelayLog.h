@@ -10,7 +10,7 @@ namespace fenrik {
 
 /// What the relay did, a line of text for each event:
 ///
-///     2026-03-01 14:05:54 user 7 "Ada [Diag Client]" logged on from 192.168.0.5
+///     2026-03-01 14:05:54 user 7 "Ada [Diag Client]" at 192.168.0.5 logged on as "ada" with "OEMClient"
 ///
 /// Clients cause most lines, so there is a limit: after a burst of kBurst lines, kLinesPerSecond; what was left out is
 /// counted and told.

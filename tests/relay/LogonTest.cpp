@@ -200,6 +200,18 @@ TEST_F(RelayTest, NamesCannotForgeALineOfTheLog)
     EXPECT_EQ(text.str().find('\x1B'), std::string::npos);
 }
 
+TEST_F(RelayTest, NamesInTheReasonsOfTheLogCannotSteerATerminal)
+{
+    auto ada = LogOn("Ada");
+    auto bob = LogOn("Bob\x9B\xE9\"");
+    auto eve = LogOn("Eve");
+    Pipe(ada, bob);
+    eve.Send(framePipeTo, PipeNumber(bob.Id()));
+    ASSERT_EQ(eve.Read()->type, frameServerError);
+    EXPECT_THAT(text.str(), HasSubstr("got no pipe: Bob\\x9B\xC3\xA9\\x22 is already piped"));
+    EXPECT_EQ(text.str().find('\x9B'), std::string::npos);
+}
+
 TEST_F(RelayTest, TellsOfItself)
 {
     auto ada = LogOn("Ada");
