@@ -57,7 +57,10 @@ void frmRemoteSettings::SetUpActions()
 {
     connect(mUi->lstProfiles, &QListWidget::itemSelectionChanged, this, &frmRemoteSettings::ShowProfile);
     connect(mUi->lstProfiles, &QListWidget::itemChanged, this, &frmRemoteSettings::RenameFromRow);
-    connect(mUi->cmdAddNew, &QPushButton::clicked, this, &frmRemoteSettings::AddNewProfile);
+    connect(mUi->cmdAddNew, &QPushButton::clicked, this, [this] {
+        if (TakeFocusTo(*mUi->cmdAddNew))
+            AddNewProfile();
+    });
     connect(mUi->cmdDelete, &QPushButton::clicked, this, &frmRemoteSettings::DeleteSelectedProfile);
     connect(mUi->cmdSave, &QPushButton::clicked, this, &frmRemoteSettings::SaveChanges);
     connect(mUi->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
@@ -114,8 +117,11 @@ void frmRemoteSettings::ShowProfile()
     const CPipeProfile shown = profile ? *profile : CPipeProfile();
     const std::array<QString, kFields> texts{shown.UserName, shown.LogonID, shown.ServerName,
                                              profile ? QString::number(shown.ServerPort) : QString()};
-    for (std::size_t field = 0; field < texts.size(); ++field)
+    for (std::size_t field = 0; field < texts.size(); ++field) {
         mFields[field]->setText(texts[field]);
+        // Of a text that is too long for its box, the beginning tells more.
+        mFields[field]->setCursorPosition(0);
+    }
     mUi->fraUser->setEnabled(profile != nullptr);
     mUi->fraServer->setEnabled(profile != nullptr);
     mUi->cmdDelete->setEnabled(profile != nullptr);
@@ -156,6 +162,13 @@ void frmRemoteSettings::RenameFromRow(QListWidgetItem* item)
     SetRowText(row, profile.UserName);
     if (row == SelectedRow())
         mFields[0]->setText(profile.UserName);
+}
+
+bool frmRemoteSettings::TakeFocusTo(QWidget& control)
+{
+    // An access key works a button without this.
+    control.setFocus(Qt::ShortcutFocusReason);
+    return focusWidget() == &control;
 }
 
 void frmRemoteSettings::AddNewProfile()

@@ -56,6 +56,8 @@ private:
     void ShowProfile();
     void TakeField(int field, const QString& text);
     void RenameFromRow(QListWidgetItem* item);
+    /// Ends the renaming of a row, with its new name. False if a box with an invalid value keeps the focus.
+    bool TakeFocusTo(QWidget& control);
     void AddNewProfile();
     void DeleteSelectedProfile();
     void SaveChanges();

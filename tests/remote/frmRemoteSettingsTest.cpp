@@ -88,6 +88,17 @@ TEST_F(SettingsWindow, ListsTheProfilesAndShowsTheSelectedOne)
     EXPECT_EQ(window->GetSelectedProfile(), ann);
 }
 
+TEST_F(SettingsWindow, ShowsTheBeginningOfALongText)
+{
+    CPipeProfile wordy = ann;
+    wordy.UserName = QString(200, 'n');
+    wordy.ServerName = QString(200, 's');
+    Open({ann, wordy});
+    ClickRow(1);
+    EXPECT_EQ(Field(0).cursorPosition(), 0);
+    EXPECT_EQ(Field(2).cursorPosition(), 0);
+}
+
 TEST_F(SettingsWindow, WithoutASelectionThereIsNothingToEdit)
 {
     Open({ann}, 0);
@@ -190,6 +201,8 @@ TEST_P(HeldBox, KeepsTheFocusWhileItsValueIsInvalid)
     EXPECT_EQ(List().currentRow(), 0);
     Click("cmdSave");
     Click("cmdAddNew");
+    // What an access key does in the end; the key itself works the button after a while only.
+    Find<QPushButton>("cmdAddNew").click();
     EXPECT_THAT(boxes.boxes, IsEmpty());
     EXPECT_THAT(Rows(), SizeIs(2));
     EXPECT_EQ(Focus(), name);
@@ -266,6 +279,21 @@ TEST_F(SettingsWindow, TheNameOfANewProfileIsEditedInPlace)
     EXPECT_EQ(Field(0).text(), "Zoe");
     EXPECT_EQ(window->GetLocalProfileCollection()[1].UserName, "Zoe");
     EXPECT_TRUE(window->isVisible());
+}
+
+TEST_F(SettingsWindow, AddingByTheAccessKeyKeepsTheNameThatIsBeingTyped)
+{
+    Open({ann});
+    List().setFocus();
+    QTest::keyClick(&List(), Qt::Key_F2);
+    ASSERT_NE(Editor(), nullptr);
+    Editor()->selectAll();
+    QTest::keyClicks(Editor(), "Zoe");
+    QTest::keyClick(Editor(), Qt::Key_A, Qt::AltModifier);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return Rows() == QStringList{"Zoe", "New User Profile 2"}; }));
+    EXPECT_EQ(window->GetLocalProfileCollection()[0].UserName, "Zoe");
+    ASSERT_NE(Editor(), nullptr);
+    EXPECT_EQ(Editor()->text(), "New User Profile 2");
 }
 
 TEST_F(SettingsWindow, RenamingToBlanksKeepsTheOldName)
