@@ -31,6 +31,8 @@ void RelayLog::Line(double now, std::string_view text)
 void RelayLog::Always(std::string_view text)
 {
     TellLeftOut();
+    // A disk that was full need not be now.
+    mOut->clear();
     if (mStamp == Stamp::Time)
         *mOut << TimeOfDay();
     *mOut << text << std::endl;

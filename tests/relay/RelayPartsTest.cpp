@@ -140,6 +140,16 @@ TEST(RelayLog, LeavesLinesOutThatComeTooFastAndCountsThem)
     EXPECT_THAT(out.str(), testing::EndsWith("30 lines left out\nlater\n"));
 }
 
+TEST(RelayLog, GoesOnAfterALineThatCouldNotBeWritten)
+{
+    std::ostringstream text;
+    RelayLog log(text, RelayLog::Stamp::None);
+    log.Line(0, "one");
+    text.setstate(std::ios::badbit);
+    log.Line(0, "two");
+    EXPECT_EQ(text.str(), "one\ntwo\n");
+}
+
 TEST(RelayLog, StampsItsLinesUnlessSomebodyElseDoes)
 {
     std::ostringstream plain;
