@@ -66,7 +66,9 @@ bool DialSequence::OpenLine()
 {
     mModem.Open(mSettings.ModemCommPort, mSettings.ModemBaudRate);
     mRun.ModemActive = true;
-    return true;
+    // The modem may still speak of itself, and that is not its answer to the dial.
+    mModem.DropInput();
+    return !Ended();
 }
 
 bool DialSequence::Initialize()

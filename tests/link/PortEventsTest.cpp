@@ -221,7 +221,7 @@ TEST_F(PortEventsTest, ThreeBackslashesAreOneByteAndAnOpenEscape)
 TEST_F(PortEventsTest, ABackslashInAnyByteOfAFrameComesThrough)
 {
     Connect(true);
-    // One of these has a backslash in each place but the first, which is always 0: header, data, sum.
+    // A backslash in each place that can have one, which the first two can't: header, data, sum.
     for (const QByteArray& frame :
          {Wire(279, 0), Wire(23, 0x5C00), Wire(23, 0x005C), Wire(23, 0x5C5C), Wire(1, 0x00B8)}) {
         Arrive(CMsgHandler::toEscapedString(frame));

@@ -38,6 +38,18 @@ TEST_F(SendTest, TheModemGetsEveryBackslashDoubled)
     EXPECT_EQ(terminal.Read(8), Wire(901, 0x5C5C).replace("\\", "\\\\"));
 }
 
+TEST_F(SendTest, ABackslashInAnyByteOfAFrameLeavesTwiceByModem)
+{
+    OpenPort(Transport::kModem);
+    // A backslash in each place that can have one, which the first two can't: header, data, sum.
+    for (const auto& [command, data] : {std::pair(279, 0), {1, 0x5C00}, {1, 0x005C}, {1, 0x00B8}}) {
+        const QByteArray frame = Wire(command, data);
+        ASSERT_EQ(frame.count('\\'), 1) << frame.toHex().toStdString();
+        Send(command, data);
+        EXPECT_EQ(terminal.Read(7), CMsgHandler::toEscapedString(frame));
+    }
+}
+
 TEST_F(SendTest, TheRelayGetsTheBytesInAFrameOfType50)
 {
     Send(901, 0x5C5C);

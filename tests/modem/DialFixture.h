@@ -21,10 +21,10 @@ protected:
         Talk(0.1, "ATI3\r", "ATI3\r\r\nTel 56k\r\n\r\nOK\r\n");
     }
 
-    /// The modem has dialled 5551234 and says `reply`.
+    /// The modem, once it has fallen silent, dials 5551234 and says `reply`.
     void Dialled(const QByteArray& reply = "CONNECT 57600")
     {
-        Talk(0.2, "ATDT5551234\r", "ATDT5551234\r\r\n" + reply + "\r\n");
+        Talk(0.7, "ATDT5551234\r", "ATDT5551234\r\r\n" + reply + "\r\n");
     }
 
     void Connected()

@@ -89,8 +89,16 @@ INSTANTIATE_TEST_SUITE_P(Dial, Numbers,
 TEST_F(DialSequenceTest, DialsTheDigitsAlone)
 {
     Detected();
-    Talk(0.2, "ATDT15551234\r", "BUSY\r\n");
+    Talk(0.7, "ATDT15551234\r", "BUSY\r\n");
     EXPECT_EQ(Fails("+1 (555) 12-34 ext."), DialError::kNotConnected);
+}
+
+TEST_F(DialSequenceTest, FourDigitsWithAHyphenAreDialledWithoutIt)
+{
+    Detected();
+    Talk(0.7, "ATDT5512\r", "BUSY\r\n");
+    EXPECT_EQ(Fails("55-12"), DialError::kNotConnected);
+    EXPECT_TRUE(view.texts.contains("Dialing 5512..."));
 }
 
 // --- No modem ------------------------------------------------------------------------------------------------------
@@ -144,13 +152,23 @@ TEST_F(DialSequenceTest, APortThatVanishesAfterItsModemWasFoundIsInvalid)
     EXPECT_FALSE(run.ModemActive);
 }
 
+TEST_F(DialSequenceTest, WhatTheModemStillSaysOfItselfIsNotTakenForTheDials)
+{
+    Talk(0.1, "AT\r", "AT\r\r\nOK\r\n");
+    Talk(0.1, "ATI3\r", "ATI3\r\r\nTel 56k\r\n");
+    SayAfter(0.05, "\r\nOK\r\n");
+    Dialled();
+    Module();
+    EXPECT_TRUE(sequence.Dial("555-1234"));
+}
+
 // --- The initialisation string -------------------------------------------------------------------------------------
 
 TEST_F(DialSequenceTest, WhatTheModemSaysToItsInitializationIsNotTakenForTheDials)
 {
     settings.ModemInitString = "AT&F";
     Detected();
-    Talk(0.0005, "AT&F\r", "AT&F\r\r\n");
+    Talk(0.3005, "AT&F\r", "AT&F\r\r\n");
     SayAfter(0.1, "OK\r\n");
     Talk(0.7, "ATDT5551234\r", "CONNECT\r\n");
     Module();
@@ -170,7 +188,7 @@ TEST_F(DialSequenceTest, AModemThatIsSilentAboutItsInitializationIsDialledAllThe
 {
     settings.ModemInitString = "AT&F";
     Detected();
-    Talk(0.5, "AT&F\rATDT5551234\r", "CONNECT\r\n");
+    Talk(0.9, "AT&F\rATDT5551234\r", "CONNECT\r\n");
     Module();
     EXPECT_TRUE(sequence.Dial("555-1234"));
 }
@@ -205,7 +223,7 @@ INSTANTIATE_TEST_SUITE_P(Dial, Unconnected,
 TEST_F(DialSequenceTest, ACallThatIsNeverAnsweredIsGivenUp)
 {
     Detected();
-    Talk(0.2, "ATDT5551234\r", "");
+    Talk(0.7, "ATDT5551234\r", "");
     EXPECT_EQ(Fails(), DialError::kNotConnected);
     EXPECT_EQ(description, "");
     EXPECT_THAT(Elapsed(), AllOf(Ge(180.0), Lt(182.0)));
@@ -214,7 +232,7 @@ TEST_F(DialSequenceTest, ACallThatIsNeverAnsweredIsGivenUp)
 TEST_F(DialSequenceTest, ACallThatIsAnsweredLateIsTaken)
 {
     Detected();
-    Talk(0.2, "ATDT5551234\r", "");
+    Talk(0.7, "ATDT5551234\r", "");
     SayAfter(59.0, "CONNECT 300\r\n");
     Module();
     EXPECT_TRUE(sequence.Dial("555-1234"));
@@ -257,9 +275,9 @@ struct StepRow {
     double seconds;  ///< after the last of them
 };
 
-const StepRow kSteps[] = {{"DetectingFirst", 0, 0.5},     {"DetectingSecond", 1, 0.5},  {"Dialing", 2, 30.0},
-                          {"BeforeTheVersion", 3, 1.0},   {"AskingTheVersion", 3, 3.0}, {"BeforePassThrough", 4, 1.0},
-                          {"EnteringPassThrough", 4, 3.0}};
+const StepRow kSteps[] = {{"DetectingFirst", 0, 0.5},    {"DetectingSecond", 1, 0.5},    {"BeforeTheDial", 2, 0.2},
+                          {"Dialing", 2, 30.0},          {"BeforeTheVersion", 3, 1.0},   {"AskingTheVersion", 3, 3.0},
+                          {"BeforePassThrough", 4, 1.0}, {"EnteringPassThrough", 4, 3.0}};
 
 class AtEachStep : public DialSequenceTest, public testing::WithParamInterface<StepRow> {
 protected:
@@ -268,7 +286,7 @@ protected:
     {
         const std::pair<QByteArray, QByteArray> answers[] = {
             {"AT\r", "OK\r\n"}, {"ATI3\r", "Tel\r\n"}, {"ATDT5551234\r", "CONNECT\r\n"}, {"\\v", "1.4\r\n"}};
-        const double delays[] = {0.1, 0.1, 0.1, 2.1};
+        const double delays[] = {0.1, 0.1, 0.7, 2.1};
         for (int i = 0; i < GetParam().answers; ++i)
             Talk(delays[i], answers[i].first, answers[i].second);
         pump.After(GetParam().seconds, [this, event] {

@@ -289,7 +289,7 @@ TEST_F(Dialer, CancelBeforeADialClosesAtOnce)
 TEST_F(Dialer, CancelWhileDialingHangsUp)
 {
     Detected();
-    Talk(0.2, "ATDT5551234\r", "");
+    Talk(0.7, "ATDT5551234\r", "");
     double canceled = 0;
     pump.After(10.0, [&] {
         canceled = Elapsed();
@@ -332,7 +332,7 @@ TEST_F(Dialer, CancelAfterAFailureHangsUpToo)
 TEST_F(Dialer, TheEndOfTheProgramClosesItWithoutABox)
 {
     Detected();
-    Talk(0.2, "ATDT5551234\r", "");
+    Talk(0.7, "ATDT5551234\r", "");
     pump.After(5.0, [this] {
         port.setPortOpen(false);
         pump.Stop();
