@@ -229,6 +229,24 @@ TEST_F(SlowModem, WithASetInitializationStringIsDialledAllTheSame)
     EXPECT_TRUE(vehicle.HasNote("modem hears AT&F0X4"));
 }
 
+TEST_F(SlowModem, TakesWhatTheDiallersSettingsChangeForTheNextDial)
+{
+    ASSERT_NO_FATAL_FAILURE(Start());
+    Connect([this](QDialog& dialog) {
+        boxes.WorkNext(QStringLiteral("frmCommSetup"), [&dialog](QDialog& options) {
+            EXPECT_EQ(options.parentWidget(), &dialog);
+            EXPECT_TRUE(options.isModal());
+            options.findChild<QLineEdit*>("txtModemInitString")->setText("ATM0");
+            Press(options, "cmdContinue");
+        });
+        Press(dialog, "cmdSettings");
+        Press(dialog, "cmdDial");
+        EXPECT_FALSE(dialog.isVisible());
+    });
+    EXPECT_EQ(Text("txtStatus"), "Connected");
+    EXPECT_TRUE(vehicle.HasNote("modem hears ATM0"));
+}
+
 TEST_F(SlowModem, IsCanceledWhileItDials)
 {
     ASSERT_NO_FATAL_FAILURE(Start("quiet\nmodem dial-time 30\n"));
