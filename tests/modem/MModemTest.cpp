@@ -92,6 +92,17 @@ TEST_F(MModemTest, InterruptEndsReadingAndDelaysUntilResume)
     EXPECT_THAT(Takes([&] { modem.Delay(2); }), AllOf(Ge(2.0), Lt(2.1)));
 }
 
+// --- The port ------------------------------------------------------------------------------------------------------
+
+TEST_F(MModemTest, OpensThePortAtEachSpeedOfTheOptions)
+{
+    for (const int baud : {9600, 14400, 19200, 28800, 38400, 57600}) {
+        EXPECT_NO_THROW(modem.Open(6, baud)) << baud;
+        EXPECT_EQ(port.Settings(), QString("%1,n,8,1").arg(baud));
+        modem.Close();
+    }
+}
+
 // --- Commands ------------------------------------------------------------------------------------------------------
 
 struct ReplyRow {
