@@ -67,7 +67,8 @@ void ToolbarActions::Run(const QString& key)
 
 void ToolbarActions::ChooseLogOptions()
 {
-    FrmMsgLogging(mServices.settings, mServices.store, mServices.errors, &mWindow).exec();
+    FrmMsgLogging(FrmMsgLogging::Network::Present, mServices.settings, mServices.store, mServices.errors, &mWindow)
+        .exec();
 }
 
 void ToolbarActions::ChooseNetworkOptions()

@@ -56,7 +56,8 @@ void ToolbarActions98::Run(const QString& key)
 
 void ToolbarActions98::ChooseLogOptions()
 {
-    FrmMsgLogging(mServices.settings, mServices.store, mServices.errors, &mWindow).exec();
+    FrmMsgLogging(FrmMsgLogging::Network::Older, mServices.settings, mServices.store, mServices.errors, &mWindow)
+        .exec();
 }
 
 void ToolbarActions98::Clear()

@@ -38,14 +38,15 @@ public:
 
 }  // namespace
 
-FrmMsgLogging::FrmMsgLogging(Settings& settings, SettingsStore& store, ErrorReporter& errors, QWidget* parent)
+FrmMsgLogging::FrmMsgLogging(Network network, Settings& settings, SettingsStore& store, ErrorReporter& errors,
+                             QWidget* parent)
     : QDialog(parent), mSettings(settings), mStore(store), mErrors(errors), mUi(std::make_unique<Ui::FrmMsgLogging>())
 {
     mUi->setupUi(this);
-    mUi->EventArea->setVisible(mSettings.IsLegacyProtocol());
+    mUi->EventArea->setVisible(network == Network::Older);
     ShowSettings();
     SetUpButtons();
-    resize(std::max(sizeHint().width(), kLeastWidth), mSettings.IsLegacyProtocol() ? kHeight98 : kHeight00);
+    resize(std::max(sizeHint().width(), kLeastWidth), network == Network::Older ? kHeight98 : kHeight00);
 }
 
 FrmMsgLogging::~FrmMsgLogging() = default;

@@ -18,13 +18,18 @@ class SettingsStore;
 struct Settings;
 
 /// The options of the message log. They hold at once; closing the dialog, in whatever way, writes them to the store.
-/// The event trigger belongs to the older network and shows only with that protocol.
+/// The event trigger belongs to the older network and shows only in a run of its window; a protocol that was chosen
+/// meanwhile is the next start's.
 class FrmMsgLogging : public QDialog {
     Q_OBJECT
 
 public:
+    /// Whose window opens it.
+    enum class Network { Present, Older };
+
     /// References outlive the dialog. A store that can't be written is told to `errors`.
-    FrmMsgLogging(Settings& settings, SettingsStore& store, ErrorReporter& errors, QWidget* parent = nullptr);
+    FrmMsgLogging(Network network, Settings& settings, SettingsStore& store, ErrorReporter& errors,
+                  QWidget* parent = nullptr);
     ~FrmMsgLogging() override;
 
     void done(int result) override;

@@ -34,14 +34,13 @@ protected:
         settings.LoggingEventTrigger = 77;
     }
 
-    void Open(const char* protocol)
+    void Open(FrmMsgLogging::Network network)
     {
-        settings.Protocol = protocol;
-        dialog = std::make_unique<FrmMsgLogging>(settings, store, errors);
+        dialog = std::make_unique<FrmMsgLogging>(network, settings, store, errors);
         dialog->show();
     }
-    void Open00() { Open("Fenrik 2000"); }
-    void Open98() { Open(Settings::kLegacyProtocol); }
+    void Open00() { Open(FrmMsgLogging::Network::Present); }
+    void Open98() { Open(FrmMsgLogging::Network::Older); }
 
     template <typename T>
     [[nodiscard]] T& Control(const char* name)
@@ -87,20 +86,27 @@ TEST_F(FrmMsgLoggingTest, TheOlderNetworkShowsTheEventToo)
     EXPECT_EQ(Text("TxtTrigger").text(), "77");
 }
 
+TEST_F(FrmMsgLoggingTest, AProtocolChosenForTheNextStartChangesNothingYet)
+{
+    settings.Protocol = Settings::kLegacyProtocol;
+    Open00();
+    EXPECT_FALSE(Check("ChkEvent").isVisible());
+}
+
 TEST_F(FrmMsgLoggingTest, ALargeFontTakesTheRoomThatItNeeds)
 {
     const QFont usual = QApplication::font();
     QFont large = usual;
     large.setPointSizeF(3 * usual.pointSizeF());
     QApplication::setFont(large);
-    for (const char* protocol : {"Fenrik 2000", Settings::kLegacyProtocol}) {
-        Open(protocol);
+    for (const auto network : {FrmMsgLogging::Network::Present, FrmMsgLogging::Network::Older}) {
+        Open(network);
         QCoreApplication::processEvents();
         for (const QWidget* widget : dialog->findChildren<QWidget*>()) {
             if (!widget->isVisible() || widget->objectName().isEmpty())
                 continue;
             const QRect place(widget->mapTo(dialog.get(), QPoint()), widget->size());
-            EXPECT_TRUE(dialog->rect().contains(place)) << protocol << widget->objectName().toStdString();
+            EXPECT_TRUE(dialog->rect().contains(place)) << widget->objectName().toStdString();
             EXPECT_GE(widget->height(), widget->minimumSizeHint().height()) << widget->objectName().toStdString();
             EXPECT_GE(widget->width(), widget->minimumSizeHint().width()) << widget->objectName().toStdString();
         }
