@@ -227,7 +227,7 @@ TEST_F(FrmMsgLoggingTest, EscapeClosesAndWritesToo)
 TEST_F(FrmMsgLoggingTest, AStoreThatCannotBeWrittenIsToldAndTheDialogCloses)
 {
     SettingsStore broken("/proc/no such folder/settings.ini");
-    dialog = std::make_unique<FrmMsgLogging>(settings, broken, errors);
+    dialog = std::make_unique<FrmMsgLogging>(FrmMsgLogging::Network::Present, settings, broken, errors);
     dialog->show();
     dialog->close();
     EXPECT_THAT(errors.reports, SizeIs(1));
