@@ -17,7 +17,7 @@ namespace fenrik {
 
 namespace {
 
-constexpr int kRestMs = 25;
+constexpr int kRestMs = 40;
 
 }  // namespace
 
