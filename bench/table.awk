@@ -66,7 +66,7 @@ FNR == 1 { name = "" }
 }
 
 END {
-    format = "%-42s %-7s %10s %10s %7s   %-10s %s\n"
+    format = "%-58s %-10s %10s %10s %7s   %-10s %s\n"
     printf format, "Figure", "Unit", "Measured", "Reference", "Ratio", "Aim", ""
     for (i = 1; i <= count; ++i) {
         split(figures[i], row, "|")
@@ -77,8 +77,11 @@ END {
             verdict = "NOT MEASURED"
         } else {
             verdict = Judge(value, reference, row[5])
+            aims += verdict != "-"
+            missed += verdict == "MISSED"
         }
         printf format, row[1], row[2], Shown(value), Shown(reference), Ratio(value, reference), row[5] == "" ? "-" : row[5], verdict
     }
+    printf "\n%d figures, %d with an aim, %d of these missed\n", count, aims, missed
     exit missing
 }
