@@ -1,7 +1,6 @@
 #include "simulator/BusCommands.h"
 
 #include <algorithm>
-#include <iterator>
 
 namespace fenrik {
 

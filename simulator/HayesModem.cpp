@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <iterator>
 #include <utility>
 
 namespace fenrik {
@@ -38,6 +39,22 @@ std::string TakeDigits(std::string_view& text)
     std::string digits(text.substr(0, end));
     text.remove_prefix(end);
     return digits;
+}
+
+std::string DigitsIn(std::string_view text)
+{
+    std::string digits;
+    std::ranges::copy_if(text, std::back_inserter(digits), [](unsigned char c) { return std::isdigit(c); });
+    return digits;
+}
+
+/// "=" and a number, as they stand behind a register.
+void SkipValue(std::string_view& text)
+{
+    if (!text.starts_with('='))
+        return;
+    text.remove_prefix(1);
+    (void)TakeDigits(text);
 }
 
 }  // namespace
@@ -113,51 +130,46 @@ std::optional<std::string> HayesModem::Run(std::string_view commands)
         if (command == ' ')
             continue;
         if (command == 'D') {
-            std::string digits;
-            std::ranges::copy_if(commands, std::back_inserter(digits), [](unsigned char c) { return std::isdigit(c); });
-            Dial(digits);
+            Dial(DigitsIn(commands));
             return std::nullopt;
         }
         if (command == '&' && !commands.empty())
             commands.remove_prefix(1);
         const std::string number = TakeDigits(commands);
-        switch (command) {
-        case 'E':
-            mEcho = number == "1";
-            break;
-        case 'V':
-            mWords = number != "0";
-            break;
-        case 'H':
-            HangUp();
-            break;
-        case 'Z':
-            HangUp();
-            Reset();
-            break;
-        case 'I':
-            Say((mEcho ? "\r\n" : "") + std::string(number == "3" ? kName : "560") + "\r\n", kThinking);
-            break;
-        case 'O':
+        if (command == 'O')
             return GoOnline();
-        case 'S':
-            if (commands.starts_with('=')) {
-                commands.remove_prefix(1);
-                (void)TakeDigits(commands);
-            }
-            break;
-        case '&':
-        case 'L':
-        case 'M':
-        case 'Q':
-        case 'W':
-        case 'X':
-            break;
-        default:
+        if (command == 'S')
+            SkipValue(commands);
+        else if (!Set(command, number))
             return "ERROR";
-        }
     }
     return "OK";
+}
+
+/// A command without a result of its own; false if the modem doesn't know it.
+bool HayesModem::Set(char command, const std::string& number)
+{
+    constexpr std::string_view kHeardOnly = "&LMQWX";
+    switch (command) {
+    case 'E':
+        mEcho = number == "1";
+        return true;
+    case 'V':
+        mWords = number != "0";
+        return true;
+    case 'H':
+        HangUp();
+        return true;
+    case 'Z':
+        HangUp();
+        Reset();
+        return true;
+    case 'I':
+        Say((mEcho ? "\r\n" : "") + std::string(number == "3" ? kName : "560") + "\r\n", kThinking);
+        return true;
+    default:
+        return kHeardOnly.find(command) != std::string_view::npos;
+    }
 }
 
 std::string HayesModem::GoOnline()
@@ -327,44 +339,27 @@ double HayesModem::NextDue() const
 void HayesModem::Obey(const ModemOrder& order)
 {
     using Kind = ModemOrder::Kind;
-    switch (order.kind) {
-    case Kind::Drop:
-        LoseCarrier();
-        break;
-    case Kind::Silent:
-        mSilent = order.on;
-        break;
-    case Kind::Garble:
-        mGarble = order.on;
-        break;
-    case Kind::Late:
-        mLate = order.seconds;
-        break;
-    case Kind::Long:
-        mLong = order.on;
-        break;
-    case Kind::Echo:
-        mEcho = order.on;
-        break;
-    case Kind::DialTone:
-        mNoDialTone = order.on;
-        break;
-    case Kind::DialTime:
-        mDialTime = order.seconds;
-        break;
-    case Kind::Note:
-        mModule.SayNote(order.note);
-        break;
-    case Kind::Notes:
-        mModule.SetNotesEvery(order.count);
-        break;
-    case Kind::HangUpAt:
-        mHangUpAt = order.step;
-        break;
-    case Kind::ModuleDeaf:
-        mModule.SetDeaf(order.on);
-        break;
-    }
+    using Order = ModemOrder;
+    using Modem = HayesModem;
+    struct Row {
+        Kind kind;
+        void (*obey)(Modem& modem, const Order& order);
+    };
+    static constexpr Row kRows[] = {
+        {Kind::Drop, [](Modem& m, const Order&) { m.LoseCarrier(); }},
+        {Kind::Silent, [](Modem& m, const Order& o) { m.mSilent = o.on; }},
+        {Kind::Garble, [](Modem& m, const Order& o) { m.mGarble = o.on; }},
+        {Kind::Late, [](Modem& m, const Order& o) { m.mLate = o.seconds; }},
+        {Kind::Long, [](Modem& m, const Order& o) { m.mLong = o.on; }},
+        {Kind::Echo, [](Modem& m, const Order& o) { m.mEcho = o.on; }},
+        {Kind::DialTone, [](Modem& m, const Order& o) { m.mNoDialTone = o.on; }},
+        {Kind::DialTime, [](Modem& m, const Order& o) { m.mDialTime = o.seconds; }},
+        {Kind::Note, [](Modem& m, const Order& o) { m.mModule.SayNote(o.note); }},
+        {Kind::Notes, [](Modem& m, const Order& o) { m.mModule.SetNotesEvery(o.count); }},
+        {Kind::HangUpAt, [](Modem& m, const Order& o) { m.mHangUpAt = o.step; }},
+        {Kind::ModuleDeaf, [](Modem& m, const Order& o) { m.mModule.SetDeaf(o.on); }},
+    };
+    std::ranges::find(kRows, order.kind, &Row::kind)->obey(*this, order);
 }
 
 }  // namespace fenrik

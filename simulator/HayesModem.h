@@ -77,6 +77,7 @@ private:
     void HearOnline(std::uint8_t byte);
     void Execute(const std::string& line);
     [[nodiscard]] std::optional<std::string> Run(std::string_view commands);
+    [[nodiscard]] bool Set(char command, const std::string& number);
     [[nodiscard]] std::string GoOnline();
     void Dial(const std::string& digits);
     void FinishDial();

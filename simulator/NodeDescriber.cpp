@@ -3,7 +3,6 @@
 #include "simulator/BusCommands.h"
 #include "simulator/LoadShedTable.h"
 #include "simulator/MemoryImage.h"
-#include "simulator/NodeTypes.h"
 #include "simulator/Relationship.h"
 
 #include <algorithm>

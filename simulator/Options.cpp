@@ -42,11 +42,11 @@ In place of running:
   --write-images DIR   write the memory of the older nodes to files "<system>_Node <n>.bin"
   --system NAME        the files' names begin so; Demonstration if not given
 
-Prints "ready COM<N> <device>" when the port can be opened, "ready relay <name>" when the user is logged on. Ends on SIGINT and SIGTERM.
+Prints "ready COM<N> <device>" when the port can be opened, "ready relay <name>" when the user is logged
+on. Ends on SIGINT, SIGTERM and SIGHUP.
 
 Exit codes: 0 ended as asked; 1 the terminal, the link or a file could not be made or read, or the relay
-is not there or hung up;
-2 the command line or the scenario is bad.
+is not there or hung up; 2 the command line or the scenario is bad.
 )";
 
 int Whole(const std::string& option, const std::string& text, int least, int most)

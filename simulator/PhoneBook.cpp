@@ -1,6 +1,7 @@
 #include "simulator/PhoneBook.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace fenrik {
 
@@ -15,11 +16,6 @@ constexpr PhoneNumber kNumbers[] = {
 };
 
 }  // namespace
-
-std::span<const PhoneNumber> PhoneBook()
-{
-    return kNumbers;
-}
 
 const PhoneNumber* FindPhoneNumber(std::string_view digits)
 {

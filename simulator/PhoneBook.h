@@ -1,6 +1,5 @@
 #pragma once
 
-#include <span>
 #include <string_view>
 
 namespace fenrik {
@@ -21,10 +20,7 @@ struct PhoneNumber {
     std::string_view who;  ///< for people
 };
 
-/// The numbers that exist; all others reach nobody.
-[[nodiscard]] std::span<const PhoneNumber> PhoneBook();
-
-/// Null if there is no such number.
+/// The entry of these digits; null if there is none, and then the number reaches nobody.
 [[nodiscard]] const PhoneNumber* FindPhoneNumber(std::string_view digits);
 
 }  // namespace fenrik

@@ -9,7 +9,6 @@
 #include <csignal>
 #include <iostream>
 #include <poll.h>
-#include <stdexcept>
 #include <sys/signalfd.h>
 #include <system_error>
 

@@ -30,26 +30,29 @@ public:
     /// Runs until it is told to end.
     void Run();
 
+    // SimulationHost
     void Unplug() override;
     void Plug() override;
     void Quit() override { mRunning = false; }
     void OrderModem(const ModemOrder& order) override;
 
 private:
+    // SimulatorLine of the scenario's network
     std::size_t Write(std::span<const std::uint8_t> bytes) override;
     [[nodiscard]] bool Heard() const override { return Line() && Line()->Heard(); }
-    [[nodiscard]] const SimulatorLine* Line() const;
 
+    // ColleagueHost
     void SendToRelay(std::string_view bytes) override { mRelay->Send(bytes); }
     [[nodiscard]] bool RelayHasRoom() const override { return mRelay->HasRoom(); }
+    void MessageForVehicle(std::string_view bytes) override;
+    void Tell(const std::string& line) override;
+
     // DialInHost
     std::size_t WriteToTerminal(std::span<const std::uint8_t> bytes) override;
     void ByteForVehicle(std::uint8_t byte) override { mSimulation->Receive({&byte, 1}); }
 
-    void MessageForVehicle(std::string_view bytes) override;
-    void Tell(const std::string& line) override;
-
     [[nodiscard]] std::unique_ptr<Simulated> MakeNetwork(const Scenario& scenario);
+    [[nodiscard]] const SimulatorLine* Line() const;
     void CatchSignals();
     void OpenLog();
     void Begin();

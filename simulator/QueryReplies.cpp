@@ -1,6 +1,5 @@
 #include "simulator/QueryReplies.h"
 
-#include "simulator/BusCommands.h"
 #include "simulator/ByteWriter.h"
 #include "simulator/LoadShedTable.h"
 

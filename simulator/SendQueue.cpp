@@ -8,11 +8,8 @@ namespace fenrik {
 
 void SendQueue::Push(double due, std::span<const std::uint8_t> bytes, const char* meaning)
 {
-    if (mRuns.size() >= kLimit) {
-        ++mDropped;
-        mLog.Bytes("DROP", bytes, TrafficLog::Describe(bytes, meaning));
-        return;
-    }
+    if (mRuns.size() >= kLimit)
+        return mLog.Bytes("DROP", bytes, TrafficLog::Describe(bytes, meaning));
     const auto begun = mRuns.begin() + (mSent > 0 ? 1 : 0);
     const auto place =
         std::upper_bound(begun, mRuns.end(), due, [](double at, const Run& run) { return at < run.due; });

@@ -49,7 +49,6 @@ public:
     [[nodiscard]] bool Blocked() const { return mBlocked; }
 
     [[nodiscard]] std::size_t Pending() const { return mRuns.size(); }
-    [[nodiscard]] std::uint64_t Dropped() const { return mDropped; }
 
 private:
     struct Run {
@@ -70,7 +69,6 @@ private:
     std::deque<Run> mRuns;
     std::size_t mSent = 0;  // bytes of the front run that have left
     double mLineFree = 0;   // when the line can take the next byte at its pace
-    std::uint64_t mDropped = 0;
 };
 
 }  // namespace fenrik

@@ -11,6 +11,8 @@ namespace fenrik {
 
 namespace {
 
+constexpr std::uint8_t kAwake = 138;
+
 // More would only make answers wait behind the flood.
 constexpr std::size_t kFloodWaiting = 8;
 
@@ -69,7 +71,7 @@ void Simulation::Handle(const std::vector<Received>& found)
 
 void Simulation::AnswerWake()
 {
-    static constexpr std::uint8_t kAnswer[] = {kTransceiverAnswer};
+    static constexpr std::uint8_t kAnswer[] = {kAwake};
     if (mTransceiver)
         mQueue.Push(AnswerTime(), kAnswer, "awake");
 }

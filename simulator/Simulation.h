@@ -45,7 +45,6 @@ public:
 
 private:
     using Verb = Action::Verb;
-    static constexpr std::uint8_t kTransceiverAnswer = 138;
 
     void Handle(const std::vector<Received>& found);
     void AnswerWake();

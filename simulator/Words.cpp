@@ -114,12 +114,6 @@ bool Words::TakeOptionalOnOff()
     return Peek() == "on" || Peek() == "off" ? TakeOnOff() : true;
 }
 
-bool Words::NextIsNumber() const
-{
-    double number = 0;
-    return ReadNumber(Peek(), number);
-}
-
 void Words::ExpectEnd() const
 {
     if (!Empty())

@@ -29,8 +29,6 @@ public:
     /// True unless the next word is "off"; takes "on" or "off" if there is one.
     bool TakeOptionalOnOff();
 
-    [[nodiscard]] bool NextIsNumber() const;
-
     /// Throws if a word is left over.
     void ExpectEnd() const;
 

@@ -8,6 +8,7 @@ namespace fenrik {
 namespace {
 
 using testing::ElementsAre;
+using testing::EndsWith;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
@@ -140,11 +141,10 @@ TEST_F(SendQueueTest, AFullQueueDropsAndLogsWhatComesNew)
     line.room = 0;
     for (std::size_t i = 0; i < SendQueue::kLimit; ++i)
         queue.Push(0, ByteList{1});
-    EXPECT_EQ(queue.Dropped(), 0u);
+    EXPECT_THAT(text.str(), IsEmpty());
     queue.Push(0, ToBytes({12, true, false, 100}));
-    EXPECT_EQ(queue.Dropped(), 1u);
     EXPECT_EQ(queue.Pending(), SendQueue::kLimit);
-    EXPECT_THAT(text.str(), HasSubstr("DROP 00 A0 32 00 64 36  12 state=1 ext=0 data=100\n"));
+    EXPECT_THAT(text.str(), EndsWith("DROP 00 A0 32 00 64 36  12 state=1 ext=0 data=100\n"));
 }
 
 TEST_F(SendQueueTest, ARunIsLoggedOnceItHasLeft)
