@@ -1,14 +1,11 @@
 #include "catalogue/FrmFileDialog.h"
 
+#include "DialogFixture.h"
 #include "SystemFolder.h"
 #include "shared/Settings.h"
 #include "support/BoxRecorder.h"
-#include "support/Printers.h"
 
 #include <QComboBox>
-#include <QLabel>
-#include <QListWidget>
-#include <QTest>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -23,7 +20,7 @@ constexpr const char* kQuestion = "Without a valid system database selected \n"
                                   "the FenrikII Diagnostics cannot connect to the Fenrik system.\n\n"
                                   "Do you still want to close this form ?";
 
-class FileDialog : public testing::Test {
+class FileDialog : public DialogFixture {
 protected:
     FileDialog()
     {
@@ -49,27 +46,8 @@ protected:
     void Open()
     {
         const std::vector<Volume> volumes{{"Home", folder.ProgramFolder()}, {"Stick", QDir::cleanPath(folder.Stick())}};
-        dialog = std::make_unique<FrmFileDialog>(settings, folder.ProgramFolder(), boxes, check, volumes);
-        dialog->show();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(dialog.get()));
+        Show(std::make_unique<FrmFileDialog>(settings, folder.ProgramFolder(), boxes, check, volumes));
     }
-
-    template <typename Widget>
-    Widget& Find(const char* name) const
-    {
-        return *dialog->findChild<Widget*>(name);
-    }
-
-    QStringList Texts(const char* name) const
-    {
-        const auto& list = Find<QListWidget>(name);
-        QStringList texts;
-        for (int row = 0; row < list.count(); ++row)
-            texts.append(list.item(row)->text());
-        return texts;
-    }
-
-    QString Label(const char* name) const { return Find<QLabel>(name).text(); }
 
     void ClickText(const char* name, const QString& text, bool twice = false) const
     {
@@ -91,7 +69,6 @@ protected:
     Settings settings;
     BoxRecorder boxes;
     FrmFileDialog::Check check = [](const QString&) { return QString(); };
-    std::unique_ptr<FrmFileDialog> dialog;
 };
 
 TEST_F(FileDialog, ShowsFolderAndFileOfThePresentDatabase)
@@ -306,39 +283,6 @@ TEST_F(FileDialog, AFolderThatHasGoneIsLeftEmpty)
     EXPECT_THAT(Texts("Dir1"), ElementsAre(".."));
     EXPECT_THAT(Texts("File1"), IsEmpty());
 }
-
-TEST(Volumes, AreHomeTheFileSystemAndWhatWasPluggedIn)
-{
-    const auto volumes =
-        Volumes("/home/ann", {"/", "/boot", "/proc", "/media/ann/STICK", "/mnt/share", "/run/media/x/y z"});
-    QStringList names;
-    for (const Volume& volume : volumes)
-        names.append(volume.name + '=' + volume.root);
-    EXPECT_THAT(names, ElementsAre("Home=/home/ann", "File System=/", "STICK=/media/ann/STICK", "share=/mnt/share",
-                                   "y z=/run/media/x/y z"));
-    EXPECT_EQ(VolumeOf(volumes, "/home/ann/work"), 0);
-    EXPECT_EQ(VolumeOf(volumes, "/home/anne"), 1);
-    EXPECT_EQ(VolumeOf(volumes, "/media/ann/STICK"), 2);
-    EXPECT_EQ(VolumeOf({}, "/"), -1);
-}
-
-struct ShortRow {
-    int room;
-    const char* text;
-};
-
-class ShortFolders : public testing::TestWithParam<ShortRow> {};
-
-TEST_P(ShortFolders, KeepTheirLastFolders)
-{
-    const int room = GetParam().room;
-    EXPECT_EQ(ShortenedFolder("/home/ann/work", [room](const QString& text) { return text.size() <= room; }),
-              GetParam().text);
-}
-
-INSTANTIATE_TEST_SUITE_P(Volumes, ShortFolders,
-                         testing::Values(ShortRow{14, "/home/ann/work"}, ShortRow{13, " .../ann/work"},
-                                         ShortRow{12, " .../work"}, ShortRow{3, " .../work"}));
 
 }  // namespace
 }  // namespace fenrik

@@ -1,12 +1,7 @@
 #include "catalogue/SystemList.h"
 
 #include "SystemFolder.h"
-#include "catalogue/Markets.h"
-#include "catalogue/SystemDetails.h"
 #include "support/Printers.h"
-
-#include <QFileInfo>
-#include <QLocale>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -29,11 +24,6 @@ protected:
         for (std::size_t line = 1; line < list.Lines().size(); ++line)
             names.append(list.Lines()[line].name);
         return names;
-    }
-
-    SystemDetails Details(const QString& name) const
-    {
-        return DetailsOf(list, list.Lines().at(std::size_t(list.PositionOf(name))));
     }
 
     SystemFolder folder;
@@ -158,34 +148,15 @@ TEST_F(SystemListTest, AFileWithoutANameForItsSystemIsInvalid)
     EXPECT_EQ(list.Add(folder.Stick("_Node 1.bin")), Added::Invalid);
 }
 
-TEST_F(SystemListTest, NamesMayHoldWhatOtherToolsGiveAMeaning)
-{
-    const QStringList names{
-        "Bob's bus",      "x'; DROP TABLE Commands;--", "50%1 [a-z]*", "a & <b>b", "K\u00f6ln 4\"", "..bus",
-        "Bus.v2.dav copy"};
-    for (const QString& name : names) {
-        SystemFolder::Database(folder.Program(name + ".dav"), VersionStatements("7"));
-        SystemFolder::Image(folder.Program(name + "_Node 1.bin"));
-    }
-    (void)Filled();
-    for (const QString& name : names) {
-        ASSERT_GE(list.PositionOf(name), 1) << name.toStdString();
-        EXPECT_EQ(Details(name).path, folder.Program(name + ".dav"));
-        EXPECT_EQ(Details(name).version, "7");
-        EXPECT_EQ(Details(name).nodes, "1 Node in System");
-    }
-    EXPECT_EQ(list.Lines().size(), std::size_t(names.size()) + 1);
-}
-
 TEST_F(SystemListTest, ExtensionsOfOldDisksInCapitalsAreFound)
 {
     SystemFolder::Database(folder.Program("BUS.DAV"), VersionStatements("2"));
     EXPECT_THAT(Filled(), ElementsAre("BUS"));
-    EXPECT_EQ(Details("BUS").version, "2");
+    EXPECT_EQ(list.DatabaseOf(list.Lines()[1]), folder.Program("BUS.DAV"));
     EXPECT_EQ(FindSystemDatabase(folder.ProgramFolder(), "BUS"), folder.Program("BUS.DAV"));
     SystemFolder::Database(folder.Program("BUS.dav"), VersionStatements("3"));
     EXPECT_THAT(Filled(), ElementsAre("BUS"));
-    EXPECT_EQ(Details("BUS").version, "3");
+    EXPECT_EQ(list.DatabaseOf(list.Lines()[1]), folder.Program("BUS.dav"));
 }
 
 TEST_F(SystemListTest, HundredsOfFilesAreListedOnceEach)
@@ -217,84 +188,6 @@ INSTANTIATE_TEST_SUITE_P(SystemList, SystemNames,
                                          NameRow{"S.bin", "S"}, NameRow{"S_Node1.bin", "S_Node1"},
                                          NameRow{"S_node 1_node 2.bin", "S"}, NameRow{"S_Node 1.dav", "S_Node 1"},
                                          NameRow{"S.v2.dav", "S.v2"}, NameRow{"_node 1.bin", ""}));
-
-TEST_F(SystemListTest, TellsTheDefaultsVersionWhenItIsANumberAboveZero)
-{
-    EXPECT_EQ(Details("").version, "Using default database");  // it has no table of that
-    EXPECT_EQ(Details("").nodes, "Unknown");
-    for (const auto& [version, text] :
-         {std::pair("1.5", "Using default database, Version 1.5"), std::pair("0", "Using default database"),
-          std::pair("new", "Using default database")}) {
-        SystemFolder::Database(folder.Program("ncCommand.dav"), VersionStatements(version));
-        EXPECT_EQ(Details("").version, text);
-    }
-}
-
-TEST_F(SystemListTest, TellsADatabasesFileVersionAndDate)
-{
-    SystemFolder::Database(folder.Program("Bus.dav"), VersionStatements("1+"));
-    SystemFolder::Database(folder.Program("Old.dav"));
-    QFile file(folder.Program("Bus.dav"));
-    const QDateTime date(QDate(2004, 5, 6), QTime(7, 8));
-    ASSERT_TRUE(file.open(QIODevice::ReadWrite) && file.setFileTime(date, QFileDevice::FileModificationTime));
-    file.close();
-    (void)Filled();
-    EXPECT_EQ(Details("Bus").path, folder.Program("Bus.dav"));
-    EXPECT_EQ(Details("Bus").version, "1+");
-    EXPECT_EQ(Details("Bus").modified, QLocale().toString(date, QLocale::ShortFormat));
-    EXPECT_EQ(Details("Bus").nodes, "Unknown");
-    EXPECT_EQ(Details("Old").version, "No Version Information Available");
-}
-
-TEST_F(SystemListTest, TellsTheNodesOfASystemOfImages)
-{
-    SystemFolder::Image(folder.Program("Bus_Node 1.bin"));
-    (void)Filled();
-    EXPECT_EQ(Details("Bus").nodes, "1 Node in System");
-    EXPECT_EQ(Details("Bus").version, "No custom Command Database found.");
-    EXPECT_EQ(Details("Bus").path, folder.Program());
-    EXPECT_EQ(Details("Bus").modified, "");
-
-    SystemFolder::Image(folder.Program("Bus_Node 2.bin"));
-    SystemFolder::Image(folder.Program("Bus_Node 3.bin"), 100);
-    EXPECT_EQ(Details("Bus").nodes, "2 Nodes in System");
-}
-
-TEST_F(SystemListTest, CountsTheImagesOfLongerNamesAsLoadingTakesThem)
-{
-    SystemFolder::Image(folder.Program("Bus_Node 1.bin"));
-    SystemFolder::Image(folder.Program("Bus2_Node 1.bin"));
-    (void)Filled();
-    EXPECT_EQ(Details("Bus").nodes, "2 Nodes in System");
-    EXPECT_EQ(Details("Bus2").nodes, "1 Node in System");
-}
-
-TEST_F(SystemListTest, ADatabaseThatHasGoneSinceIsToldAsNone)
-{
-    SystemFolder::Database(folder.Program("Bus.dav"));
-    (void)Filled();
-    QFile::remove(folder.Program("Bus.dav"));
-    EXPECT_EQ(Details("Bus").version, "No custom Command Database found.");
-}
-
-TEST_F(SystemListTest, MarketsComeInTheOrderOfTheirRowsWithoutMarketZero)
-{
-    const auto markets = ReadMarkets(folder.Program("ncCommand.dav"));
-    ASSERT_EQ(markets.size(), 2U);
-    EXPECT_EQ(markets[0].id, 3);
-    EXPECT_EQ(markets[0].name, "Truck");
-    EXPECT_EQ(markets[1].id, 1);
-}
-
-TEST_F(SystemListTest, AnErrorAmongTheMarketsLeavesNone)
-{
-    SystemFolder::Database(folder.Program("nomarket.dav"));
-    MakeDatabase(folder.Program("null.dav"),
-                 {"CREATE TABLE Market (MarketID INTEGER, MarketName TEXT)", "INSERT INTO Market VALUES (1, 'Bus')",
-                  "INSERT INTO Market VALUES (2, NULL)"});
-    for (const char* name : {"nomarket.dav", "null.dav", "absent.dav"})
-        EXPECT_TRUE(ReadMarkets(folder.Program(name)).empty()) << name;
-}
 
 }  // namespace
 }  // namespace fenrik

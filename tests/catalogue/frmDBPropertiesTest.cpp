@@ -1,17 +1,14 @@
 #include "catalogue/frmDBProperties.h"
 
+#include "DialogFixture.h"
 #include "SystemFolder.h"
 #include "shared/Settings.h"
 #include "support/BoxRecorder.h"
 #include "support/ErrorRecorder.h"
-#include "support/Printers.h"
 
 #include <QComboBox>
 #include <QGroupBox>
-#include <QLabel>
-#include <QListWidget>
 #include <QPushButton>
-#include <QTest>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -38,7 +35,7 @@ public:
     bool fails = false;
 };
 
-class DatabaseOptions : public testing::Test {
+class DatabaseOptions : public DialogFixture {
 protected:
     DatabaseOptions()
     {
@@ -48,29 +45,8 @@ protected:
         SystemFolder::Image(folder.Program("Beta_Node 2.bin"));
     }
 
-    void Open()
-    {
-        dialog = std::make_unique<frmDBProperties>(settings, folder.ProgramFolder(), boxes, errors);
-        dialog->show();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(dialog.get()));
-    }
+    void Open() { Show(std::make_unique<frmDBProperties>(settings, folder.ProgramFolder(), boxes, errors)); }
 
-    template <typename Widget>
-    Widget& Find(const char* name) const
-    {
-        return *dialog->findChild<Widget*>(name);
-    }
-
-    QStringList Texts(const char* name) const
-    {
-        const auto& list = Find<QListWidget>(name);
-        QStringList texts;
-        for (int row = 0; row < list.count(); ++row)
-            texts.append(list.item(row)->text());
-        return texts;
-    }
-
-    QString Label(const char* name) const { return Find<QLabel>(name).text(); }
     QString Selected() const { return Find<QListWidget>("lstSystems").currentItem()->text(); }
     void Click(const char* name) const { QTest::mouseClick(&Find<QWidget>(name), Qt::LeftButton); }
 
@@ -84,7 +60,6 @@ protected:
     Settings settings;
     FileChooser boxes;
     ErrorRecorder errors;
-    std::unique_ptr<frmDBProperties> dialog;
 };
 
 TEST_F(DatabaseOptions, ShowTheSystemsAndBesideThemTheirFolders)

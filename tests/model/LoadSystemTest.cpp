@@ -1,6 +1,6 @@
 #include "OwnerRecorder.h"
 #include "model/CSystem.h"
-#include "model/SystemFiles.h"
+#include "model/NodeImage.h"
 #include "shared/Settings.h"
 #include "support/DatabaseFile.h"
 #include "support/Printers.h"
@@ -22,7 +22,7 @@ protected:
 
     QString File(const QString& name) const { return folder.filePath(name); }
 
-    void MakeImage(const QString& name, int number, int nodeCount, qint64 size = SystemFiles::kImageSize)
+    void MakeImage(const QString& name, int number, int nodeCount, qint64 size = NodeImage::kSize)
     {
         QByteArray image(size, '\0');
         image[2] = char(number);
@@ -115,8 +115,8 @@ TEST_F(LoadSystemTest, FindsADatabaseOfAnOldDiskWithItsExtensionInCapitals)
 TEST_F(LoadSystemTest, LeavesOutFilesThatAreNoImages)
 {
     MakeImage(QStringLiteral("Bus_Node 1.bin"), 1, 2);
-    MakeImage(QStringLiteral("Bus_short.bin"), 2, 9, SystemFiles::kImageSize - 1);
-    MakeImage(QStringLiteral("Bus_long.bin"), 2, 9, SystemFiles::kImageSize + 1);
+    MakeImage(QStringLiteral("Bus_short.bin"), 2, 9, NodeImage::kSize - 1);
+    MakeImage(QStringLiteral("Bus_long.bin"), 2, 9, NodeImage::kSize + 1);
     MakeImage(QStringLiteral("Bus_Node 2.txt"), 2, 9);
     MakeImage(QStringLiteral("Car_Node 2.bin"), 2, 9);
     MakeImage(QStringLiteral("Bus_zero.bin"), 0, 9);
@@ -161,7 +161,7 @@ TEST_F(LoadSystemTest, MakesItsNodesMarkTheSystem)
 TEST_F(LoadSystemTest, ReadsWholeImagesUnlessItIsInAHurry)
 {
     MakeImage(QStringLiteral("Bus_Node 1.bin"), 1, 3);
-    QByteArray image(SystemFiles::kImageSize, ' ');
+    QByteArray image(NodeImage::kSize, ' ');
     image[2] = 2;
     image[3] = 4;
     image[14] = 2;

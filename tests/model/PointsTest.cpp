@@ -1,11 +1,7 @@
 #include "model/CDigitalInput.h"
 #include "model/CNode.h"
 #include "model/COutput.h"
-#include "model/CRelation.h"
 #include "model/CSystem.h"
-#include "model/Fixed4.h"
-#include "model/Relationship.h"
-#include "model/TrimBlanks.h"
 #include "shared/Settings.h"
 #include "support/Printers.h"
 
@@ -13,45 +9,6 @@
 
 namespace fenrik {
 namespace {
-
-// --- Fixed-point numbers -------------------------------------------------------------------------------------------
-
-struct Division {
-    std::int64_t value;
-    std::int64_t divisor;
-    std::int64_t tenThousandths;
-};
-
-class Divisions : public testing::TestWithParam<Division> {};
-
-TEST_P(Divisions, AreExactToFourDecimals)
-{
-    const auto [value, divisor, expected] = GetParam();
-    EXPECT_EQ(Fixed4::Quotient(value, divisor).TenThousandths(), expected);
-}
-
-INSTANTIATE_TEST_SUITE_P(Fixed4, Divisions,
-                         testing::Values(Division{125, 10, 125000}, Division{65535, 1000, 655350}, Division{1, 2, 5000},
-                                         Division{1, 3, 3333}, Division{2, 3, 6667}, Division{-1, 2, -5000},
-                                         Division{0, 7, 0},
-                                         // 0.00005 and 0.00015 lie half way: the even digit wins.
-                                         Division{1, 20000, 0}, Division{3, 20000, 2}, Division{-1, 20000, 0},
-                                         Division{-3, 20000, -2}));
-
-TEST(Fixed4, RoundsATieToTheEvenNumber)
-{
-    EXPECT_EQ(Fixed4::RoundedQuotient(1, 2), 0);
-    EXPECT_EQ(Fixed4::RoundedQuotient(3, 2), 2);
-    EXPECT_EQ(Fixed4::RoundedQuotient(5, 2), 2);
-    EXPECT_EQ(Fixed4::RoundedQuotient(7, 3), 2);
-}
-
-TEST(Fixed4, ComparesByValue)
-{
-    EXPECT_EQ(Fixed4::Whole(12), Fixed4::Quotient(120, 10));
-    EXPECT_LT(Fixed4::Whole(-1), Fixed4());
-    EXPECT_DOUBLE_EQ(Fixed4::FromTenThousandths(97000).ToDouble(), 9.7);
-}
 
 // --- Outputs -------------------------------------------------------------------------------------------------------
 
@@ -235,41 +192,6 @@ TEST_F(PointsTest, StateBitsAreSetAndClearedAlone)
     input().StateOr(0x8003);
     input().StateAndNot(0x0001);
     EXPECT_EQ(input().State(), 0x8002);
-}
-
-// --- Relationships -------------------------------------------------------------------------------------------------
-
-TEST(Relationship, NamesItsOperators)
-{
-    EXPECT_EQ(Relationship::OperatorText(240), QStringLiteral("NOT"));
-    EXPECT_EQ(Relationship::OperatorText(241), QStringLiteral("AND"));
-    EXPECT_EQ(Relationship::OperatorText(242), QStringLiteral("OR"));
-    EXPECT_EQ(Relationship::OperatorText(243), QStringLiteral("XOR"));
-    EXPECT_EQ(Relationship::OperatorText(0), QStringLiteral("ON"));
-    for (const int byte : {1, 239, 244, 253, 255})
-        EXPECT_EQ(Relationship::OperatorText(std::uint8_t(byte)), QStringLiteral("(ERR)")) << byte;
-}
-
-TEST(Relationship, EndsWithItsOutermostLevel)
-{
-    RelationshipReader reader;
-    for (const int byte : {253, 1, 2, 3, 255, 254})
-        EXPECT_FALSE(reader.Take(std::uint8_t(byte)));
-    EXPECT_TRUE(reader.Take(255));
-    EXPECT_EQ(reader.Bytes().size(), 7);
-}
-
-TEST(Relationship, LosesBlanksAtItsEndsAndNothingElse)
-{
-    EXPECT_EQ(TrimBlanks(QByteArray("  \t a \n ")), QByteArray("\t a \n"));
-    EXPECT_EQ(TrimBlanks(QByteArray("   ")), QByteArray());
-    EXPECT_EQ(TrimBlanks(QStringLiteral(" x ")), QStringLiteral("x"));
-}
-
-TEST(CRelation, IsAPureOperatorWhenNew)
-{
-    EXPECT_EQ(CRelation().icommand, 0);
-    EXPECT_TRUE(CRelation().Op.isEmpty());
 }
 
 }  // namespace

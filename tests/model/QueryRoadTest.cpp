@@ -1,4 +1,3 @@
-#include "model/QueryRoad.h"
 #include "NodeDownloadFixture.h"
 
 namespace fenrik {

@@ -1,4 +1,4 @@
-#include "model/NodeDownload.h"
+#include "model/VariableFlashRoad.h"
 #include "NodeDownloadFixture.h"
 
 namespace fenrik {
