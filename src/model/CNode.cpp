@@ -17,6 +17,13 @@ namespace {
 // Tenths of a volt, from level 1 to level 8.
 constexpr std::array<int, CNode::kLoadShedLevels> kLoadShedTenths{125, 121, 117, 113, 109, 105, 101, 97};
 
+/// Who is told of what goes wrong with the node's table; null if nobody is.
+Boxes* BoxesOf(const CNode& node)
+{
+    const NodeLink* link = node.Link();
+    return link ? &link->boxes : nullptr;
+}
+
 }  // namespace
 
 CNode::CNode() : mType(&NodeTypes::Row(kUnknownType)) {}
@@ -135,22 +142,22 @@ void CNode::TakeSavedVersion(std::uint8_t major, std::uint8_t minor)
 
 void CNode::LoadSystemDatabase(const QString& Path)
 {
-    NodeTable(*this, Link() ? &Link()->boxes : nullptr).Load(Path);
+    NodeTable(*this, BoxesOf(*this)).Load(Path);
 }
 
 void CNode::LoadSystemDatabase(Database& database)
 {
-    NodeTable(*this, Link() ? &Link()->boxes : nullptr).Load(database);
+    NodeTable(*this, BoxesOf(*this)).Load(database);
 }
 
 SaveResult CNode::MakeSystemDatabase(Database& database)
 {
-    return NodeTable(*this, Link() ? &Link()->boxes : nullptr).Make(database);
+    return NodeTable(*this, BoxesOf(*this)).Make(database);
 }
 
 SaveResult CNode::MakeSystemDatabase(const QString& Path)
 {
-    return NodeTable(*this, Link() ? &Link()->boxes : nullptr).Make(Path);
+    return NodeTable(*this, BoxesOf(*this)).Make(Path);
 }
 
 void CNode::ReadNode(const QString& FileName, std::uint8_t& NodesInSystem, bool GetNames)

@@ -18,6 +18,10 @@ namespace fenrik {
 
 namespace {
 
+// Steps of the progress bar, whichever road is taken.
+constexpr int kStepsOfAnInput = 5;
+constexpr int kStepsOfAnOutput = 30;
+
 /// Lends the node the image that GetData reads, for as long as the object lives.
 class OpenNodeFile {
 public:
@@ -48,7 +52,7 @@ NodeDownload::NodeDownload(CNode& node, bool getNames) : mNode(node), mGetNames(
 int NodeDownload::Steps(const CNode& node, bool getNames)
 {
     const int names = getNames ? (node.Inputs() + node.Outputs()) * NodeImage::kNameLength : 0;
-    return node.Inputs() * 5 + 32 + node.Outputs() * 30 + names;
+    return NodeImage::kNameLength + node.Inputs() * kStepsOfAnInput + node.Outputs() * kStepsOfAnOutput + names;
 }
 
 void NodeDownload::Run(const QString& fileName, std::uint8_t& nodesInSystem)

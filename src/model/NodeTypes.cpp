@@ -1,5 +1,7 @@
 #include "model/NodeTypes.h"
 
+#include "model/PulseWidthOutputs.h"
+
 #include <algorithm>
 #include <iterator>
 #include <span>
@@ -93,9 +95,6 @@ constexpr PinRow kPins[] = {
     {16, kBrontesHcInputs, kBrontesHcOutputs},
 };
 
-// Of the first models only these outputs have the hardware.
-constexpr int kPulseWidthOutputs[] = {1, 2, 15, 16};
-
 QString Pin(std::span<const char* const> pins, int number)
 {
     return number >= 1 && number <= int(pins.size()) ? QString::fromLatin1(pins[std::size_t(number - 1)]) : QString();
@@ -138,10 +137,7 @@ std::uint8_t PwmKind(int typeID, int output)
     // 255 is the same model as 0 in every other respect, and yet its outputs count as those of a newer node.
     if (typeID != 0 && typeID != 9)
         return 2;
-    return std::find(std::begin(kPulseWidthOutputs), std::end(kPulseWidthOutputs), output) !=
-                   std::end(kPulseWidthOutputs)
-               ? 1
-               : 0;
+    return std::find(kPulseWidthOutputs.begin(), kPulseWidthOutputs.end(), output) != kPulseWidthOutputs.end() ? 1 : 0;
 }
 
 }  // namespace fenrik::NodeTypes

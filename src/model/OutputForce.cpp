@@ -5,9 +5,9 @@
 #include "model/CSystem.h"
 #include "model/Fixed4.h"
 #include "model/NodeLink.h"
+#include "model/PulseWidthOutputs.h"
 #include "platform/Error.h"
 
-#include <array>
 #include <cmath>
 
 namespace fenrik {
@@ -19,9 +19,6 @@ constexpr int kForceNewer = 987;
 constexpr int kFourBits = 15;
 constexpr int kOlderMark = 0x4000;
 constexpr int kFull = 100;
-
-// The outputs of the first model generation that have a pulse-width stage, in the order of its channels.
-constexpr std::array<int, 4> kBrontesChannels{1, 2, 15, 16};
 
 ForceTarget::Way WayOf(CNode& node)
 {
@@ -58,8 +55,8 @@ int ForceTarget::Channel() const
 {
     if (way != Way::Brontes)
         return output;
-    for (std::size_t i = 0; i < kBrontesChannels.size(); ++i) {
-        if (kBrontesChannels[i] == output)
+    for (std::size_t i = 0; i < kPulseWidthOutputs.size(); ++i) {
+        if (kPulseWidthOutputs[i] == output)
             return int(i) + 1;
     }
     return 0;

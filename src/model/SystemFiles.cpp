@@ -1,5 +1,7 @@
 #include "model/SystemFiles.h"
 
+#include "model/NodeImage.h"
+
 #include <QCollator>
 #include <QDir>
 #include <QFile>
@@ -17,8 +19,7 @@ QFileInfoList ImagesInOrder(const QString& folder, const QString& systemName)
     const auto files = QDir(folder).entryInfoList(QDir::Files);
     std::copy_if(files.begin(), files.end(), std::back_inserter(images), [&systemName](const QFileInfo& file) {
         return file.fileName().startsWith(systemName, Qt::CaseInsensitive) &&
-               file.fileName().endsWith(QStringLiteral(".bin"), Qt::CaseInsensitive) &&
-               file.size() == SystemFiles::kImageSize;
+               file.fileName().endsWith(QStringLiteral(".bin"), Qt::CaseInsensitive) && file.size() == NodeImage::kSize;
     });
 
     QCollator byNumber{QLocale(QLocale::English)};  // the C locale knows no numeric mode

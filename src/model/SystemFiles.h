@@ -2,24 +2,17 @@
 
 #include "model/CNode.h"
 #include "model/Collection.h"
-#include "model/NodeImage.h"
 
 #include <QString>
 
 namespace fenrik {
 
-/// The memory images of a system's nodes, as they lie in a folder: files of exactly 32,768 bytes named after the
-/// system, "<system>_Node 3.bin". Their positions count from 1:
-///
-///   position  value
-///   3         number of the node
-///   4         number of nodes in the system
+/// The memory images of a system's nodes (see NodeImage), as they lie in a folder: files of exactly NodeImage::kSize
+/// bytes named after the system, "<system>_Node 3.bin".
 class SystemFiles {
 public:
-    static constexpr qint64 kImageSize = NodeImage::kSize;
-
     /// Reads what `folder` (with a separator at its end) has of the system. What is no image, can't be read, or
-    /// has no node number is left out in silence. `quickie` reads no more than the two bytes above.
+    /// has no node number is left out in silence. `quickie` reads no more than the numbers of the node and of nodes.
     SystemFiles(const QString& folder, const QString& systemName, bool quickie);
 
     /// A node for each image. An image replaces what stands at the position of its number, or comes last if the
