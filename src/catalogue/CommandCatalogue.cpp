@@ -124,8 +124,15 @@ void CommandCatalogue::Step(const std::function<void()>& step)
 
 void CommandCatalogue::ShowStatus(CatalogueStatus status)
 {
+    const bool goesOn = status == CatalogueStatus::CustomMissing || status == CatalogueStatus::CustomCorrupt;
+    ShowBox(WordsFor(status), goesOn ? QMessageBox::Warning : QMessageBox::Critical);
+}
+
+QStringList CommandCatalogue::WordsFor(CatalogueStatus status) const
+{
     const QString name = mSettings.SystemName;
     const QString folder = mSettings.SystemPath;
+    // Said of a corrupt database, too, which stays open all the same and gives what it still holds.
     const QString loadedInstead =
         QStringLiteral("The default system database was loaded instead.  To select another custom "
                        "system database, click the ''Select System'' icon on the main toolbar.");
@@ -135,35 +142,24 @@ void CommandCatalogue::ShowStatus(CatalogueStatus status)
     case CatalogueStatus::Good:
         break;
     case CatalogueStatus::DefaultMissing:
-        ShowBox({QStringLiteral("The default system database file <ncCommand.dav> was not found in the path <%1>.")
-                     .arg(mProgramFolder),
-                 shutDown},
-                QMessageBox::Critical);
-        break;
+        return {QStringLiteral("The default system database file <ncCommand.dav> was not found in the path <%1>.")
+                    .arg(mProgramFolder),
+                shutDown};
     case CatalogueStatus::BothMissing:
-        ShowBox({QStringLiteral("The custom system database file <%1.dav> was not found in the path <%2>.")
-                     .arg(name, folder),
-                 QStringLiteral("The default system database <ncCommand.dav> was also not found."),
-                 QStringLiteral("Because these files are required, Diagnostics will shut down.")},
-                QMessageBox::Critical);
-        break;
+        return {QStringLiteral("The custom system database file <%1.dav> was not found in the path <%2>.")
+                    .arg(name, folder),
+                QStringLiteral("The default system database <ncCommand.dav> was also not found."),
+                QStringLiteral("Because these files are required, Diagnostics will shut down.")};
     case CatalogueStatus::CustomMissing:
-        ShowBox(
-            {QStringLiteral("The custom system database <%1.dav> was not found in the path <%2>.").arg(name, folder),
-             loadedInstead},
-            QMessageBox::Warning);
-        break;
+        return {QStringLiteral("The custom system database <%1.dav> was not found in the path <%2>.").arg(name, folder),
+                loadedInstead};
     case CatalogueStatus::DefaultCorrupt:
-        ShowBox({QStringLiteral("The system database file <ncCommand.dav> is corrupt."), shutDown},
-                QMessageBox::Critical);
-        break;
+        return {QStringLiteral("The system database file <ncCommand.dav> is corrupt."), shutDown};
     case CatalogueStatus::CustomCorrupt:
-        // The text promises the default database, but the corrupt one stays open and gives what it still holds.
-        ShowBox({QStringLiteral("The custom system database <%1.dav> in the folder <%2> is corrupt.").arg(name, folder),
-                 loadedInstead},
-                QMessageBox::Warning);
-        break;
+        return {QStringLiteral("The custom system database <%1.dav> in the folder <%2> is corrupt.").arg(name, folder),
+                loadedInstead};
     }
+    return {};
 }
 
 QString CommandCatalogue::FileName() const

@@ -36,6 +36,7 @@ private:
 
     void Step(const std::function<void()>& step);
     void ShowStatus(CatalogueStatus status);
+    [[nodiscard]] QStringList WordsFor(CatalogueStatus status) const;
     void ShowUnexpectedError();
     [[nodiscard]] QString FileName() const;
     void ShowBox(const QStringList& lines, QMessageBox::Icon icon);
