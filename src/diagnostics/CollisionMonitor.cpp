@@ -1,6 +1,7 @@
 #include "diagnostics/CollisionMonitor.h"
 
 #include "diagnostics/MiscFace.h"
+#include "diagnostics/NodeViewHost.h"
 #include "shared/ErrorReporter.h"
 
 #include <QScopeGuard>
@@ -10,8 +11,6 @@ namespace fenrik {
 namespace {
 
 constexpr int kPollMilliseconds = 1000;
-constexpr int kReady = 4;
-constexpr int kBusy = 8;
 
 }  // namespace
 
@@ -44,8 +43,8 @@ void CollisionMonitor::Poll()
         mHost.setTxtMsg(tr("Currently processing another message"));
         return;
     }
-    mHost.SetUIState(kBusy);
-    const auto ready = qScopeGuard([this] { mHost.SetUIState(kReady); });
+    mHost.SetUIState(NodeViewHost::kBusy);
+    const auto ready = qScopeGuard([this] { mHost.SetUIState(NodeViewHost::kReady); });
     mHost.setTxtMsg(Text(true));
     mPanel.StepSpinner(false);
     mPanel.ShowNC(true);

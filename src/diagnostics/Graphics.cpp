@@ -32,7 +32,6 @@ void Graphics::PutLines(const QStringList& lines, int column, int row, bool dim,
 void Graphics::PutTitleLines(const QStringList& lines, bool dim, bool right)
 {
     PutLines(lines, right ? kColumns : 1, 1, dim, right);
-    Refresh();
 }
 
 void Graphics::ClearFace()

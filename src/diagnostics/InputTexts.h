@@ -4,7 +4,6 @@
 
 namespace fenrik {
 
-class CDigitalInput;
 class CommandTable;
 
 /// What the input view says of one input, in words. Codes that mean nothing read "Unavailable".

@@ -6,7 +6,6 @@
 #include "shared/ErrorReporter.h"
 #include "shared/EventPump.h"
 
-#include <algorithm>
 #include <cstring>
 
 namespace fenrik {
@@ -31,6 +30,7 @@ NoHost noHost;  // has no state
 
 constexpr char kNoCarrier[] = "NO CARRIER";
 constexpr std::uint8_t kEscape = 0x5C;
+constexpr int kAnnouncement = 903;
 constexpr int kFramePayload = 50;  // the pipe's frame type for network bytes
 constexpr double kBusQuietSeconds = 1.0;
 
@@ -139,7 +139,7 @@ void CMsgHandler::AddToMultiFrameReply(CMessage&& message)
     // The length is a number of bytes and yet goes down by one for each frame of two bytes. So it does not reach 0
     // at the end of a reply, and frames of command 950 are taken off the traffic until the next send. A count of
     // frames would change which frames reach the message list, so it stays.
-    if (message.Command == 903)
+    if (message.Command == kAnnouncement)
         mMsgLength = message.data;
     else if (mMsgLength != 0)
         --mMsgLength;

@@ -41,7 +41,7 @@ inline constexpr int kRemote = 3;
 ///   each next  950                                    two bytes, the low byte first
 class CMsgHandler {
 public:
-    /// Code of CommError.
+    /// Codes of CommError.
     static constexpr int kNoAnswer = -2;
     static constexpr int kIncompleteAnswer = -3;
 
@@ -165,13 +165,13 @@ private:
     ErrorReporter& mErrors;
     LinkHost* mHost;
 
-    std::int32_t mWaitingForReply = 0;     // lWaitingForReply
-    bool mCommandReply = false;            // bCommandReply
-    bool mReceivingMessage = false;        // bReceivingMessage
-    bool mEchoReply = false;               // bEchoReply
-    std::int32_t mNewWaitingForReply = 0;  // lNewWaitingForReply: not 0 while a multi-frame reply is collected
+    std::int32_t mWaitingForReply = 0;     // number of the reply that somebody waits for; 0: nobody does
+    bool mCommandReply = false;            // it has come and stands in mReplyMessage
+    bool mReceivingMessage = false;        // bytes have come since the last whole frame
+    bool mEchoReply = false;               // of the message that was sent last
+    std::int32_t mNewWaitingForReply = 0;  // not 0 while a multi-frame reply is collected
     std::deque<CMessage> mArrayMsgQue;
-    std::int32_t mMsgLength = 0;  // lMsgLength
+    std::int32_t mMsgLength = 0;  // see AddToMultiFrameReply
     std::int16_t mCommError = 0;
     std::int16_t mCommErrorCount = 0;
     bool mCarrierLost = false;

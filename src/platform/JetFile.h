@@ -50,8 +50,9 @@ public:
     /// The object of that type and name (in any case), or null.
     [[nodiscard]] const JetObject* Find(int type, const QString& name) const;
 
-    /// Reads the table `object`: gives `columns` its columns, then `row` each row.
     using Row = std::vector<QVariant>;
+
+    /// Reads the table `object`: gives `columns` its columns, then `row` each row.
     void ReadTable(const JetObject& object, const std::function<void(const JetTable&)>& columns,
                    const std::function<void(const Row&)>& row) const;
 

@@ -50,12 +50,9 @@ void JetJoins::Join(const QString& left, const QString& right, int kind, const Q
     const bool turned = kind == kRight;
     const Group first = mGroups[turned ? rightAt : leftAt];
     const Group second = mGroups[turned ? leftAt : rightAt];
-    const auto bracketed = [](const Group& group) {
-        return group.sources.size() > 1 ? '(' + group.sql + ')' : group.sql;
-    };
     const QString word = kind == kInner ? QStringLiteral("INNER JOIN") : QStringLiteral("LEFT JOIN");
     Group joined{first.sources + second.sources,
-                 QStringLiteral("%1 %2 %3 ON %4").arg(bracketed(first), word, bracketed(second), condition), pair};
+                 QStringLiteral("%1 %2 %3 ON %4").arg(first.Bracketed(), word, second.Bracketed(), condition), pair};
     mGroups[qMin(leftAt, rightAt)] = joined;
     mGroups.erase(mGroups.begin() + std::ptrdiff_t(qMax(leftAt, rightAt)));
 }
@@ -66,7 +63,7 @@ QString JetJoins::Sql() const
         ThrowUnmet(QStringLiteral("it has no source"));
     QStringList groups;
     for (const Group& group : mGroups)
-        groups.append(group.sources.size() > 1 ? '(' + group.sql + ')' : group.sql);
+        groups.append(group.Bracketed());
     return groups.join(QStringLiteral(", "));
 }
 

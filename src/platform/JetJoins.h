@@ -31,6 +31,8 @@ private:
         QStringList sources;  // in lower case
         QString sql;
         QString lastPair;
+
+        [[nodiscard]] QString Bracketed() const { return sources.size() > 1 ? '(' + sql + ')' : sql; }
     };
 
     [[nodiscard]] std::size_t GroupOf(const QString& source) const;

@@ -3,7 +3,6 @@
 #include "platform/Error.h"
 
 #include <QStringList>
-#include <QtEndian>
 
 namespace fenrik {
 

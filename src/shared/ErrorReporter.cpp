@@ -6,6 +6,14 @@
 
 namespace fenrik {
 
+namespace {
+
+// The numbers of what is no Error.
+constexpr int kOutOfMemory = 7;
+constexpr int kInvalidCall = 5;
+
+}  // namespace
+
 void ReportCurrentException(ErrorReporter& reporter, const char* where)
 {
     const QString place = QString::fromLatin1(where);
@@ -14,9 +22,9 @@ void ReportCurrentException(ErrorReporter& reporter, const char* where)
     } catch (const Error& error) {
         reporter.ShowError(error.Number(), error.Description(), place);
     } catch (const std::bad_alloc&) {
-        reporter.ShowError(7, QStringLiteral("Out of memory"), place);
+        reporter.ShowError(kOutOfMemory, QStringLiteral("Out of memory"), place);
     } catch (const std::exception& error) {
-        reporter.ShowError(5, QString::fromLocal8Bit(error.what()), place);
+        reporter.ShowError(kInvalidCall, QString::fromLocal8Bit(error.what()), place);
     }
 }
 

@@ -2,7 +2,6 @@
 
 #include "LinkFixture.h"
 
-#include "platform/Error.h"
 
 namespace fenrik {
 namespace {

@@ -8,7 +8,6 @@
 #include <QTemporaryDir>
 
 #include <csignal>
-#include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
