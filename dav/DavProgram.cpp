@@ -18,12 +18,9 @@ void WriteLine(QIODevice& device, const QString& text)
     device.write(text.toUtf8() + '\n');
 }
 
-// The names of the tables or views, in the order in which the file has them.
-QStringList NamesOf(Database& database, const char* type)
+QStringList QueryNames(Database& database)
 {
-    const auto rows = database.OpenRecordset(QStringLiteral("SELECT name FROM sqlite_master WHERE type = '%1' AND "
-                                                            "name NOT LIKE 'sqlite\\_%' ESCAPE '\\' ORDER BY rowid")
-                                                 .arg(QLatin1String(type)));
+    const auto rows = database.OpenRecordset(QStringLiteral("SELECT name FROM sqlite_master WHERE type = 'view'"));
     QStringList names;
     for (; !rows->EndOfFile(); rows->MoveNext())
         names.append(rows->Fields(0).toString());
@@ -94,10 +91,10 @@ void DavProgram::ShowInfo(Database& database)
     WriteLine(mOutput, QStringLiteral("Version: %1").arg(database.Properties(QStringLiteral("AccessVersion"))));
     WriteLine(mOutput, QStringLiteral("Build: %1").arg(database.Properties(QStringLiteral("Build"))));
     WriteLine(mOutput, QStringLiteral("\nTables:"));
-    for (const QString& table : NamesOf(database, "table"))
+    for (const QString& table : database.TableNames())
         WriteLine(mOutput, QStringLiteral("  %1: %2 rows").arg(table).arg(RowCount(database, table)));
     WriteLine(mOutput, QStringLiteral("\nQueries:"));
-    for (const QString& query : NamesOf(database, "view"))
+    for (const QString& query : QueryNames(database))
         WriteLine(mOutput, QStringLiteral("  %1").arg(query));
     if (!database.LeftOut().empty())
         WriteLine(mOutput, QString());
@@ -105,9 +102,9 @@ void DavProgram::ShowInfo(Database& database)
     ShowProperties(database);
 }
 
-void DavProgram::ShowTables(Database& database)
+void DavProgram::ShowTables(const Database& database)
 {
-    for (const QString& table : NamesOf(database, "table"))
+    for (const QString& table : database.TableNames())
         WriteLine(mOutput, table);
 }
 

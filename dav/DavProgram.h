@@ -27,7 +27,7 @@ private:
     int Read(const CommandLine& line);
     int Convert(const CommandLine& line);
     void ShowInfo(Database& database);
-    void ShowTables(Database& database);
+    void ShowTables(const Database& database);
     void ShowLeftOut(const Database& database, QIODevice& device);
     void ShowProperties(Database& database);
     int Fail(int code, const QString& what);
