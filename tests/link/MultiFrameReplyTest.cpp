@@ -2,7 +2,6 @@
 
 #include "LinkFixture.h"
 
-
 namespace fenrik {
 namespace {
 
