@@ -149,6 +149,7 @@ Services MMain::AllServices()
 {
     return {mSettings,
             mStore,
+            mWindowStore,
             mRun,
             mCommands,
             mSpecials,

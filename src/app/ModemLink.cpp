@@ -13,7 +13,6 @@
 #include "widgets/WaitCursor.h"
 
 #include <QAction>
-#include <QFileInfo>
 
 namespace fenrik {
 
@@ -36,8 +35,7 @@ private:
 ModemLink::ModemLink(const Services& services, Transceiver& transceiver, UiState& ui, frmDiag& window,
                      ModemLinkHost& host)
     : mServices(services), mTransceiver(transceiver), mUi(ui), mWindow(window), mHost(host),
-      mModem(services.port, services.pump, services.run),
-      mWindowStore(QFileInfo(services.store.Path()).path() + QStringLiteral("/window.ini")), mNumbers(mWindowStore)
+      mModem(services.port, services.pump, services.run), mNumbers(services.windowStore)
 {
 }
 

@@ -3,7 +3,6 @@
 #include "modem/MModem.h"
 #include "modem/PhoneNumbers.h"
 #include "modem/frmDialer.h"
-#include "platform/SettingsStore.h"
 
 #include <QString>
 
@@ -57,7 +56,6 @@ private:
     frmDiag& mWindow;
     ModemLinkHost& mHost;
     MModem mModem;
-    SettingsStore mWindowStore;
     PhoneNumbers mNumbers;
 };
 

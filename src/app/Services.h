@@ -25,6 +25,7 @@ struct Settings;
 struct Services {
     Settings& settings;
     SettingsStore& store;
+    SettingsStore& windowStore;  ///< for what the settings have no place for
     RunState& run;
     CommandTable& commands;
     SpecialCommands& specials;

@@ -116,6 +116,7 @@ protected:
     VersionInfo version{1, 0, 7, QString()};
     ProgramFolder folder{dir.path() + "/none", dir.path(), dir.path() + "/none"};
     SettingsStore store{dir.path() + "/settings.ini"};
+    SettingsStore windowStore{dir.path() + "/window.ini"};
     CommandTable commands;
     CatalogueHostStub catalogueHost;
     SpecialCommands specials{commands, catalogueHost};
@@ -130,8 +131,8 @@ protected:
     MRegistry registry{registryStore, errors};
     PipeSettings profiles{registry, boxes, clock};
     RDMain rd{profiles, store};
-    const Services services{settings, store, run,   commands, specials, port,   handler, log, clock,
-                            pump,     boxes, shell, errors,   version,  folder, ports,   rd,  profiles};
+    const Services services{settings, store, windowStore, run,    commands, specials, port,  handler, log,     clock,
+                            pump,     boxes, shell,       errors, version,  folder,   ports, rd,      profiles};
 };
 
 /// A network at the far end of the link: keeps what is sent, as "command state data", and plays the answers.

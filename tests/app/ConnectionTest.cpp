@@ -174,8 +174,8 @@ TEST_F(ConnectionTest, ARetryThatFindsThePortFreeConnects)
     other.setCommPort(5);
     other.setPortOpen(true);
     FreeingBoxes freeing(other);
-    const Services own{settings, store,   run,   commands, specials, port,   handler, log, clock,
-                       pump,     freeing, shell, errors,   version,  folder, ports,   rd,  profiles};
+    const Services own{settings, store,   windowStore, run,    commands, specials, port,  handler, log,     clock,
+                       pump,     freeing, shell,       errors, version,  folder,   ports, rd,      profiles};
     Connection patient(own, portState, system, transceiver, window);
     window.connection = &patient;
     patient.Connect();
