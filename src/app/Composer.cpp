@@ -2,6 +2,7 @@
 
 #include "app/DataValidator.h"
 #include "app/Services.h"
+#include "app/UiState.h"
 #include "catalogue/SpecialCommands.h"
 #include "link/CMsgHandler.h"
 #include "platform/Boxes.h"
@@ -13,8 +14,6 @@
 #include "shared/TextFormat.h"
 
 #include "ui_Composer.h"
-
-#include <QKeyEvent>
 
 #include <QKeyEvent>
 
@@ -85,8 +84,6 @@ void Composer::resizeEvent(QResizeEvent* event)
 
 void Composer::SetUpButtons()
 {
-    mUi->CboCategory->installEventFilter(this);
-    mUi->CboCommand->installEventFilter(this);
     connect(mUi->CboCategory, &QComboBox::currentTextChanged, this, &Composer::ShowCategory);
     connect(mUi->cmdState, &QPushButton::clicked, this, [this] { Toggle(true); });
     connect(mUi->cmdExtended, &QPushButton::clicked, this, [this] { Toggle(false); });
@@ -173,7 +170,7 @@ void Composer::SetSendEnabled(bool enabled)
 
 void Composer::Send()
 {
-    mHost->SetUIState(8);
+    mHost->SetUIState(UiState::kBusy);
     Guarded(mServices.errors, "frmmain:cmdSend:Click", [this] {
         if (mUi->CboCategory->currentText() == QLatin1String(kSendByte))
             SendByte();
@@ -182,7 +179,7 @@ void Composer::Send()
         mHost->CommandSent();
         mHost->SelectLastLine();
     });
-    mHost->SetUIState(4);
+    mHost->SetUIState(UiState::kReady);
     mUi->cmdSend->setFocus();
 }
 

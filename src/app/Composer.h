@@ -31,7 +31,7 @@ class Composer : public QWidget {
     Q_OBJECT
 
 public:
-    /// Categories with a meaning of their own, which stand in no catalogue.
+    /// A category of its own, which stands in no catalogue: TxtData is one byte and no command.
     static constexpr const char* kSendByte = "<Send Byte>";
 
     explicit Composer(const Services& services, QWidget* parent = nullptr);

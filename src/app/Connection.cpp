@@ -2,6 +2,8 @@
 
 #include "app/PortState.h"
 #include "app/Services.h"
+#include "app/UiState.h"
+#include "app/ViewSwitch.h"
 #include "link/CMsgHandler.h"
 #include "link/PortErrors.h"
 #include "link/Transceiver.h"
@@ -20,8 +22,6 @@ namespace fenrik {
 namespace {
 
 enum Method { kTransceiver = 1, kModem = 2, kRelay = 3 };
-constexpr int kDisconnected = 2;
-constexpr int kAnalogView = 0;
 
 }  // namespace
 
@@ -86,7 +86,7 @@ void Connection::CommonPreConnect()
             mSystem.DeActivateNode(number);
         mHost.SetToolbarEnabled(false);
         mHost.ResetPanels();
-        mHost.setDisplayState(kAnalogView);
+        mHost.setDisplayState(ViewSwitch::kAnalog);
     });
 }
 
@@ -98,7 +98,7 @@ void Connection::RefreshTrafficTimers()
 void Connection::RefreshConnection(bool readPanels, bool detect)
 {
     RefreshTrafficTimers();
-    mHost.SetUIState(mPorts.PortOpen() ? 1 : kDisconnected);
+    mHost.SetUIState(mPorts.PortOpen() ? UiState::kConnected : UiState::kDisconnected);
     if (readPanels && mPorts.PortOpenForRx())
         mHost.ReadPanels();
     if (!detect || !mPorts.PortOpenForTx() || !mServices.settings.AutoDetect)
@@ -150,7 +150,7 @@ void Connection::CommonPreDisconnect()
 void Connection::CommonPostDisconnect()
 {
     Guarded(mServices.errors, "frmDiag.CommonPostDisconnect", [this] {
-        mHost.setDisplayState(kAnalogView);
+        mHost.setDisplayState(ViewSwitch::kAnalog);
         RefreshConnection(true, true);
         mHost.ShowMessage(QString());
     });
@@ -161,7 +161,7 @@ void Connection::ForgetNetwork()
     // A node can't be unmounted over a line that is gone; only the record of it is dropped.
     mSystem.UnmountNode();
     mServices.handler.setTargetPort(Transport::kNone);
-    mHost.setDisplayState(kAnalogView);
+    mHost.setDisplayState(ViewSwitch::kAnalog);
     RefreshConnection(false, false);
 }
 

@@ -16,7 +16,6 @@
 #include "platform/SerialControl.h"
 #include "platform/VersionInfo.h"
 #include "shared/CommandTable.h"
-#include "shared/ErrorReporter.h"
 #include "shared/EventPump.h"
 #include "shared/RunState.h"
 #include "shared/Settings.h"
@@ -30,7 +29,6 @@ namespace fenrik {
 namespace {
 
 constexpr int kSendSyncMs = 2500;
-constexpr int kAnalogView = 0;
 constexpr int kSyncCommand = 980;
 
 }  // namespace
@@ -43,7 +41,8 @@ DiagHub::DiagHub(const Services& services, frmDiag& window, ProgramHost& program
           services.handler, mSystem, *this),
       mTransceiver(services.port, services.handler, services.pump, services.boxes, services.version, services.settings,
                    services.run, *this),
-      mDiscovery(services, mPorts, mSystem, *this), mRefresh(services, mSystem, mDiscovery, mUi, window.Status()),
+      mDiscovery(services, mPorts, mSystem, *this), mNodes(mPorts, mSystem, mDiscovery, mViews, window),
+      mRefresh(services, mSystem, mDiscovery, mUi, window.Status()),
       mCommands(services, mPorts, mSystem, mDiscovery, mUi, window),
       mConnection(services, mPorts, mSystem, mTransceiver, *this),
       mRemote(services, mPorts, mSystem, mDiscovery, mUi, window, *this),
@@ -71,7 +70,7 @@ void DiagHub::Load()
     if (mServices.port.PortOpen())
         mServices.port.setPortOpen(false);
     mConnection.RefreshConnection(false, false);
-    mViews.setDisplayState(kAnalogView);
+    mViews.setDisplayState(ViewSwitch::kAnalog);
     setConnectionType(mConnection.ConnectionType());
     mWindow.Panels().ClearPanel();
     DrawPanel();
@@ -142,66 +141,6 @@ void DiagHub::SelectLastLine()
     mWindow.MessageList().SelectLast();
 }
 
-void DiagHub::SelectNode(int number)
-{
-    mSystem.SelectNode(std::uint8_t(number));
-    ShowTypeOnButton(number);
-    // The toolkit flips the button on each click; pressed means selected and nothing else.
-    if (QAction* button = mWindow.Nodes().NodeButton(number))
-        button->setChecked(mSystem.SelectedNodeNumber() == number);
-}
-
-void DiagHub::ShowTypeOnButton(int number)
-{
-    const CNode* node = mSystem.Nodes().Find(number);
-    QAction* button = mWindow.Nodes().NodeButton(number);
-    if (node && button && node->typeID() != CNode::kUnknownType)
-        button->setToolTip(node->key() + QLatin1Char('-') + node->TypeName());
-}
-
-void DiagHub::MountSelectedNode()
-{
-    if (!mPorts.PortOpenForTx()) {
-        ShowMessage(QStringLiteral("Could not mount node because access to port is denied."));
-        return;
-    }
-    CNode* node = mSystem.SelectedNode();
-    if (!node)
-        return;
-    SelectLastLine();
-    mDiscovery.MountNode(node->number());
-    if (node->typeID() == CNode::kUnknownType)
-        mDiscovery.VerifyNode(node, false);
-    ShowTypeOnButton(node->number());
-    for (const char* key : {"OutputDiagnostics", "InputDiagnostics"})
-        mWindow.Toolbar().SetEnabled(QLatin1String(key), true);
-}
-
-void DiagHub::UnmountMountedNode()
-{
-    if (mSystem.MountedNodeNumber() == 0)
-        return;
-    SelectLastLine();
-    mDiscovery.UnmountNode(mSystem.MountedNodeNumber());
-    LeaveDisabledView();
-}
-
-void DiagHub::LeaveDisabledView()
-{
-    const QString key = ViewSwitch::GetDisplayStateName(mViews.DisplayState());
-    if (mSystem.MountedNodeNumber() == 0 && !mWindow.Toolbar().IsEnabled(key))
-        mViews.setDisplayState(kAnalogView);
-}
-
-void DiagHub::PingSelectedNode()
-{
-    if (mSystem.SelectedNodeNumber() == 0)
-        return;
-    SelectLastLine();
-    if (mDiscovery.PingNode(mSystem.SelectedNodeNumber()))
-        RefreshCurrentFrame(false);
-}
-
 bool DiagHub::SaveSystem(std::int32_t response)
 {
     return mSystem.SaveSystem(response);
@@ -214,7 +153,7 @@ void DiagHub::ShowLoadedSystem()
     } else {
         for (int number = 1; mSystem.Defined() && number <= mSystem.NodesInSystem(); ++number)
             mSystem.ActivateNode(number);
-        SelectNode(1);
+        mNodes.SelectNode(1);
     }
     if (mServices.pump.Stopped())
         return;  // the window was closed meanwhile
@@ -324,11 +263,6 @@ void DiagHub::RefreshNodeActions()
     mUi.RefreshUIToolBarActions();
 }
 
-void DiagHub::ClickNode(int number)
-{
-    SelectNode(number);
-}
-
 // --- PumpHost ------------------------------------------------------------------------------------------------------
 
 void DiagHub::ShowMessageList(bool visible)
@@ -409,16 +343,7 @@ void DiagHub::SetNodeButtonIcon(const NodeButton& button, const QString& iconKey
 
 void DiagHub::RefreshUINodeBarNodes()
 {
-    for (int number = 1; number <= NodeBars::kNodes; ++number) {
-        const CNode* node = number <= mSystem.NodesInSystem() ? mSystem.Nodes().Find(number) : nullptr;
-        QAction* button = mWindow.Nodes().NodeButton(number);
-        mWindow.Nodes().SetIcon(number, node ? node->NodeBarIconName() : QStringLiteral("Blank"));
-        button->setVisible(node != nullptr);
-        button->setEnabled(node && node->Active());
-        button->setToolTip(QStringLiteral("Node %1").arg(number));
-        ShowTypeOnButton(number);
-    }
-    mWindow.Nodes().Second()->setVisible(mSystem.NodesInSystem() > NodeBars::kNodesOfFirstBar);
+    mNodes.RefreshUINodeBarNodes();
     mWindow.Panels().ShowLoadShed();
 }
 

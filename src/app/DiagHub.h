@@ -6,6 +6,7 @@
 #include "app/MessageDisplay.h"
 #include "app/MessagePump.h"
 #include "app/ModemLink.h"
+#include "app/NodeActions.h"
 #include "app/NodeDiscovery.h"
 #include "app/NodeRefresh.h"
 #include "app/OperatorCommands.h"
@@ -29,7 +30,7 @@ class frmDiag;
 class ProgramHost;
 
 /// Where the main window's helpers meet: owns them, and is for each of them the small interface through which it asks
-/// the window for something. Nothing is decided here; an operation is a line or two that call whom it belongs to.
+/// the window for something. Little is decided here: most operations are a line or two that call whom they belong to.
 class DiagHub : public QObject,
                 public ComposerHost,
                 private LinkHost,
@@ -58,6 +59,7 @@ public:
     [[nodiscard]] ViewSwitch& Views() { return mViews; }
     [[nodiscard]] Connection& Link() { return mConnection; }
     [[nodiscard]] NodeDiscovery& Discovery() { return mDiscovery; }
+    [[nodiscard]] NodeActions& Nodes() { return mNodes; }
     [[nodiscard]] NodeRefresh& Refresh() { return mRefresh; }
     [[nodiscard]] OperatorCommands& Commands() { return mCommands; }
     [[nodiscard]] ScriptRunner& Scripts() { return mScripts; }
@@ -88,10 +90,6 @@ public:
 
     void setConnectionType(int type);
     void ShowNodeBars() { RefreshUINodeBarNodes(); }
-    void MountSelectedNode();
-    void UnmountMountedNode();
-    void PingSelectedNode();
-    void SelectNode(int number);
 
     /// Saves the system: SavePrompt::kYes does, SavePrompt::kAsk asks whether to if something would be lost. True if
     /// it was saved.
@@ -129,7 +127,7 @@ private:
     bool UnmountNode(int node) override { return mDiscovery.UnmountNode(node); }
     void SetToolbarEnabled(bool enabled) override;
     void RefreshNodeActions() override;
-    void ClickNode(int number) override;
+    void ClickNode(int number) override { mNodes.SelectNode(number); }
     void ResetStates() override;
 
     // PumpHost
@@ -165,12 +163,11 @@ private:
     void DisconnectModem() override { mModem.DisconnectModem(); }
     void SetPumping(bool pumping) override { mPump.setEnabled(pumping); }
     void RefreshTrafficTimers() override { mConnection.RefreshTrafficTimers(); }
-    void LeaveDisabledView() override;
+    void LeaveDisabledView() override { mNodes.LeaveDisabledView(); }
 
     /// Draws everything that stands on the small panel.
     void DrawPanel();
     void SendSync();
-    void ShowTypeOnButton(int number);
 
     const Services& mServices;
     frmDiag& mWindow;
@@ -181,6 +178,7 @@ private:
     UiState mUi;
     Transceiver mTransceiver;
     NodeDiscovery mDiscovery;
+    NodeActions mNodes;
     NodeRefresh mRefresh;
     OperatorCommands mCommands;
     Connection mConnection;

@@ -21,9 +21,6 @@ namespace fenrik {
 
 namespace {
 
-constexpr int kAnalogView = 0;
-constexpr int kOutputView = 2;
-constexpr int kInputView = 4;
 constexpr int kNodeCollisions = 926;
 constexpr int kValueReply = 950;
 
@@ -69,10 +66,10 @@ void DiagPanels::Attach(DiagHub& hub, QMenu& menu)
                                        mServices.errors, host);
     mFlash = std::make_unique<Flash>(hub.System(), mServices.handler, *mGraphics, mServices.errors, host);
     const auto showFlash = [this] { mFlash->DisplayFlashInfo(); };
-    hub.Views().setView(kAnalogView, {mAnalogDisplay, [this] { ShowAnalog(); }, {}});
-    hub.Views().setView(kViewStates, {mAnalogDisplay, [this] { mStates->Open(); },
-                                      [this](bool getNewInfo) { mStates->RefreshFrame(getNewInfo); }});
-    hub.Views().setView(kViewFlashInfo, {mAnalogDisplay, showFlash, [showFlash](bool) { showFlash(); }});
+    hub.Views().setView(ViewSwitch::kAnalog, {mAnalogDisplay, [this] { ShowAnalog(); }, {}});
+    hub.Views().setView(ViewSwitch::kStates, {mAnalogDisplay, [this] { mStates->Open(); },
+                                              [this](bool getNewInfo) { mStates->RefreshFrame(getNewInfo); }});
+    hub.Views().setView(ViewSwitch::kFlashInfo, {mAnalogDisplay, showFlash, [showFlash](bool) { showFlash(); }});
     AttachPointViews();
 }
 
@@ -85,8 +82,10 @@ void DiagPanels::AttachPointViews()
         std::make_unique<InputDiagnostics>(mHub->System(), mServices.commands, mServices.errors, host, *mFrameInputs);
     const auto showOutputs = [this] { mOutputs->DisplayOutputsFrame(); };
     const auto showInputs = [this] { mInputs->DisplayInputsFrame(); };
-    mHub->Views().setView(kOutputView, {mFrameOutputs, showOutputs, [showOutputs](bool) { showOutputs(); }});
-    mHub->Views().setView(kInputView, {mFrameInputs, showInputs, [showInputs](bool) { showInputs(); }});
+    mHub->Views().setView(ViewSwitch::kOutputDiagnostics,
+                          {mFrameOutputs, showOutputs, [showOutputs](bool) { showOutputs(); }});
+    mHub->Views().setView(ViewSwitch::kInputDiagnostics,
+                          {mFrameInputs, showInputs, [showInputs](bool) { showInputs(); }});
     mHub->State().AlsoDisableWhileBusy(mFrameOutputs);
     mHub->State().AlsoDisableWhileBusy(mFrameInputs);
 }
@@ -111,7 +110,7 @@ void DiagPanels::ShowAnalog()
 
 void DiagPanels::UpdateAnalog(int command)
 {
-    const bool isOpen = mHub->Views().DisplayState() == kAnalogView;
+    const bool isOpen = mHub->Views().DisplayState() == ViewSwitch::kAnalog;
     if (isOpen && mAnalog->Empty())
         mGraphics->ClearFace();  // the words that stood for the empty view, or the banner
     mAnalog->UpdateAnalog(command, isOpen);
@@ -121,7 +120,7 @@ void DiagPanels::ResetPanels()
 {
     mAnalog->ResetAnalogSlots();
     mStates->ClearFaults();
-    if (mHub->Views().DisplayState() == kAnalogView)
+    if (mHub->Views().DisplayState() == ViewSwitch::kAnalog)
         ShowAnalog();
 }
 

@@ -70,19 +70,21 @@ public:
     [[nodiscard]] QWidget* MainWindow() const;
 
 private:
+    // CatalogueHost
+    void EndProgram() override;
+    [[nodiscard]] int SelectedNodeNumber() const override;
+
+    // ProgramHost; the last one also LegacyHost
     void LoadCommands() override;
     void PopulatecboCategoryList() override;
     void ExploreDiagPath() override;
     void WriteSettings() override;
-    void SaveAndEnd() override;  // also LegacyHost
-    void EndProgram() override;
+    void SaveAndEnd() override;
 
     // LegacyHost
     void OpenNetworkOptions(QWidget& parent) override;
     void OpenToolOptions(QWidget& parent) override;
     void OpenAbout(QWidget& parent) override;
-
-    [[nodiscard]] int SelectedNodeNumber() const override;
 
     bool Start(frmSplash& splash);
     void LoadSettings();

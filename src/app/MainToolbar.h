@@ -2,8 +2,6 @@
 
 #include <QToolBar>
 
-#include <functional>
-
 class QAction;
 
 namespace fenrik {

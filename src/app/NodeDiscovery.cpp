@@ -2,6 +2,7 @@
 
 #include "app/PortState.h"
 #include "app/Services.h"
+#include "app/UiState.h"
 #include "link/CMsgHandler.h"
 #include "model/CNode.h"
 #include "model/CSystem.h"
@@ -15,9 +16,6 @@ namespace {
 
 enum Number { kPing = 901, kPingReply = 902, kAcknowledge = 903, kMount = 905, kNodeType = 979 };
 constexpr int kThePingedNode = 12345;
-constexpr int kUnknownType = 254;
-constexpr int kReady = 4;
-constexpr int kBusy = 8;
 
 /// Busy for as long as the object lives, if the window was ready when it was made.
 class BusyWindow {
@@ -25,12 +23,12 @@ public:
     explicit BusyWindow(DiscoveryHost& host) : mHost(host), mWasReady(host.IsReady())
     {
         if (mWasReady)
-            mHost.SetUIState(kBusy);
+            mHost.SetUIState(UiState::kBusy);
     }
     ~BusyWindow()
     {
         if (mWasReady)
-            mHost.SetUIState(kReady);
+            mHost.SetUIState(UiState::kReady);
     }
     BusyWindow(const BusyWindow&) = delete;
     BusyWindow& operator=(const BusyWindow&) = delete;
@@ -56,7 +54,7 @@ int TypeOf(int data)
         if (answer.data == data)
             return answer.typeID;
     }
-    return kUnknownType;
+    return CNode::kUnknownType;
 }
 
 struct OlderQuestion {
@@ -90,7 +88,7 @@ void NodeDiscovery::DetectNodes()
     const WaitCursor hourglass;
     mDetecting = true;
     mCancelRequested = false;
-    mHost.SetUIState(kBusy);
+    mHost.SetUIState(UiState::kBusy);
     mHost.ShowMessage(QStringLiteral("Detecting Active Nodes . . ."));
     const int earlier = mSystem.SelectedNodeNumber();
     for (int number = mSystem.NodesInSystem(); number >= 1; --number)
@@ -107,7 +105,7 @@ void NodeDiscovery::DetectNodes()
         mHost.RefreshNodeActions();
         SelectAfterDetection(earlier, firstFound);
     }
-    mHost.SetUIState(kReady);
+    mHost.SetUIState(UiState::kReady);
 }
 
 void NodeDiscovery::RequestCancel()
@@ -267,10 +265,10 @@ bool NodeDiscovery::VerifyNode(CNode* node, bool force)
         return false;
     // Without a network nobody can say better than a saved system what the node is.
     if (mPorts.PortOpenForTx() && (!node->Verified() || force)) {
-        node->setTypeID(std::int16_t(LearnType(*node).value_or(kUnknownType)));
+        node->setTypeID(std::int16_t(LearnType(*node).value_or(CNode::kUnknownType)));
         node->setVerified(true);
     }
-    return node->typeID() != kUnknownType;
+    return node->typeID() != CNode::kUnknownType;
 }
 
 std::optional<int> NodeDiscovery::LearnType(CNode& node)

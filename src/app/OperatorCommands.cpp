@@ -16,23 +16,6 @@ namespace {
 constexpr int kSwitchAddress = 969;
 constexpr int kAssignEatonE33 = 161;  // packed key of the item: code 40, three-way
 
-/// The main window is busy for as long as the object lives, and then as it was.
-class BusyMeanwhile {
-public:
-    explicit BusyMeanwhile(UiState& ui) : mUi(ui), mWasReady(ui.Ready()) { mUi.SetUIState(UiState::kBusy); }
-    ~BusyMeanwhile()
-    {
-        if (mWasReady)
-            mUi.SetUIState(UiState::kReady);
-    }
-    BusyMeanwhile(const BusyMeanwhile&) = delete;
-    BusyMeanwhile& operator=(const BusyMeanwhile&) = delete;
-
-private:
-    UiState& mUi;
-    bool mWasReady;
-};
-
 }  // namespace
 
 OperatorCommands::OperatorCommands(const Services& services, const PortState& ports, CSystem& system,

@@ -1,15 +1,17 @@
 #pragma once
 
+#include "remote/RemoteHost.h"
+
 namespace fenrik {
 
 class CMsgHandler;
 class SerialControl;
 
-/// How far the remote connection has come, 1 to 6.
+/// How far the remote connection has come.
 class RemoteProgress {
 public:
     virtual ~RemoteProgress() = default;
-    [[nodiscard]] virtual int RemoteState() const = 0;
+    [[nodiscard]] virtual int RemoteState() const = 0;  ///< one of RemoteStates
 };
 
 /// Whether the present transport is open at all, for listening, and for sending. A serial port is all three at once;
@@ -18,19 +20,15 @@ class PortState {
 public:
     PortState(const SerialControl& port, const CMsgHandler& handler, const RemoteProgress& remote);
 
-    [[nodiscard]] bool PortOpen() const { return Reached(kConnected); }
-    [[nodiscard]] bool PortOpenForRx() const { return Reached(kPiped); }
-    [[nodiscard]] bool PortOpenForTx() const { return Reached(kGranted); }
+    [[nodiscard]] bool PortOpen() const { return Reached(RemoteStates::kConnected); }
+    [[nodiscard]] bool PortOpenForRx() const { return Reached(RemoteStates::kWaiting); }
+    [[nodiscard]] bool PortOpenForTx() const { return Reached(RemoteStates::kGranted); }
 
     /// Logged on to the relay, so that its windows make sense.
-    [[nodiscard]] bool RemoteConnected() const { return Remote(kConnected); }
-    [[nodiscard]] bool RemotePiped() const { return Remote(kPiped); }
+    [[nodiscard]] bool RemoteConnected() const { return Remote(RemoteStates::kConnected); }
+    [[nodiscard]] bool RemotePiped() const { return Remote(RemoteStates::kWaiting); }
 
 private:
-    static constexpr int kConnected = 2;
-    static constexpr int kPiped = 4;
-    static constexpr int kGranted = 6;
-
     [[nodiscard]] bool Reached(int remoteState) const;
     [[nodiscard]] bool Remote(int state) const;
 

@@ -29,12 +29,8 @@ ToolbarActions::ToolbarActions(const Services& services, DiagHub& hub, frmDiag& 
 
 void ToolbarActions::Click(const QString& key)
 {
-    // A menu is open to the user also inside an exchange, whose end is not this click's to announce.
-    const bool wasReady = mHub.State().Ready();
-    mHub.SetUIState(UiState::kBusy);
+    const BusyMeanwhile busy(mHub.State());  // menus are open to the user also inside an exchange
     Guarded(mServices.errors, "frmmain:Toolbar:ButtonClick", [this, &key] { Run(key); });
-    if (wasReady)
-        mHub.SetUIState(UiState::kReady);
 }
 
 void ToolbarActions::Run(const QString& key)
@@ -104,25 +100,23 @@ void ToolbarActions::Refresh()
 
 void ToolbarActions::ClickNode(int number)
 {
-    mHub.SetUIState(UiState::kBusy);
-    Guarded(mServices.errors,
-            number <= NodeBars::kNodesOfFirstBar ? "frmmain:Nodebar:ButtonClick" : "frmmain:Nodebar17_32:ButtonClick",
-            [this, number] { mHub.SelectNode(number); });
-    mHub.SetUIState(UiState::kReady);
+    const BusyMeanwhile busy(mHub.State());
+    const char* where =
+        number <= NodeBars::kNodesOfFirstBar ? "frmmain:Nodebar:ButtonClick" : "frmmain:Nodebar17_32:ButtonClick";
+    Guarded(mServices.errors, where, [this, number] { mHub.Nodes().SelectNode(number); });
 }
 
 void ToolbarActions::ClickNodeAction(const QString& key)
 {
-    mHub.SetUIState(UiState::kBusy);
+    const BusyMeanwhile busy(mHub.State());
     Guarded(mServices.errors, "frmmain:Nodebar:ButtonClick", [this, &key] {
         if (key == QLatin1String("Mount"))
-            mHub.MountSelectedNode();
+            mHub.Nodes().MountSelectedNode();
         else if (key == QLatin1String("Unmount"))
-            mHub.UnmountMountedNode();
+            mHub.Nodes().UnmountMountedNode();
         else
-            mHub.PingSelectedNode();
+            mHub.Nodes().PingSelectedNode();
     });
-    mHub.SetUIState(UiState::kReady);
 }
 
 }  // namespace fenrik

@@ -75,4 +75,22 @@ private:
     QList<QPointer<QWidget>> mBusyWidgets;
 };
 
+/// The window is busy for as long as the object lives, and then as it was: inside another exchange, whose end is not
+/// this one's to announce, it stays busy.
+class BusyMeanwhile {
+public:
+    explicit BusyMeanwhile(UiState& ui) : mUi(ui), mWasReady(ui.Ready()) { mUi.SetUIState(UiState::kBusy); }
+    ~BusyMeanwhile()
+    {
+        if (mWasReady)
+            mUi.SetUIState(UiState::kReady);
+    }
+    BusyMeanwhile(const BusyMeanwhile&) = delete;
+    BusyMeanwhile& operator=(const BusyMeanwhile&) = delete;
+
+private:
+    UiState& mUi;
+    bool mWasReady;
+};
+
 }  // namespace fenrik

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "diagnostics/NodeViewHost.h"
+
 #include <QObject>
 #include <QString>
 
@@ -20,6 +22,11 @@ class ViewSwitch : public QObject {
     Q_OBJECT
 
 public:
+    static constexpr int kAnalog = 0;
+    static constexpr int kStates = NodeViewHost::kViewStates;
+    static constexpr int kOutputDiagnostics = 2;
+    static constexpr int kFlashInfo = NodeViewHost::kViewFlashInfo;
+    static constexpr int kInputDiagnostics = 4;
     static constexpr int kViews = 5;
 
     /// One view: the page that shows it, and what draws it when it is opened and when its content changed.

@@ -232,13 +232,29 @@ TEST_F(WindowConnectionTest, ThePingOfTheSelectedNode)
     EXPECT_TRUE(Window().Hub().State().Ready());
 }
 
+/// Counts how often a widget is enabled and disabled.
+class EnabledChanges : public QObject {
+public:
+    explicit EnabledChanges(QWidget& widget) { widget.installEventFilter(this); }
+
+    int count = 0;
+
+private:
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        count += event->type() == QEvent::EnabledChange ? 1 : 0;
+        return false;
+    }
+};
+
 TEST_F(WindowConnectionTest, TheFillerOfTheSecondBarDoesNothing)
 {
     StartAndConnect("NodesInSystem=17\nAutoDetect=False\n");
-    Window().Hub().SetUIState(UiState::kBusy);
+    EnabledChanges toolbar(Window().Toolbar());
     Control<QAction>("yourmom").trigger();
-    EXPECT_FALSE(Window().Hub().State().Ready()) << "not even the state has changed";
-    Window().Hub().SetUIState(UiState::kReady);
+    EXPECT_EQ(toolbar.count, 0) << "not even the state has changed";
+    Button("Clear").trigger();
+    EXPECT_EQ(toolbar.count, 2) << "as it does at any other button";
 }
 
 // --- Keys ----------------------------------------------------------------------------------------------------------
@@ -319,6 +335,18 @@ TEST_F(WindowConnectionTest, AClickInsideAnExchangeLeavesTheWindowBusy)
     Button("Clear").trigger();  // as a menu may do, which is open to the user all the time
     EXPECT_FALSE(Window().Hub().State().Ready());
     Window().Hub().SetUIState(UiState::kReady);
+}
+
+TEST_F(WindowConnectionTest, AClickOnTheNodeBarsInsideAnExchangeLeavesTheWindowBusy)
+{
+    StartAndConnect();
+    for (const char* key : {"Node2", "Ping"}) {
+        Window().Hub().SetUIState(UiState::kBusy);
+        Control<QToolBar>("Nodebar").findChild<QAction*>(key)->trigger();
+        EXPECT_FALSE(Window().Hub().State().Ready()) << key;
+    }
+    EXPECT_EQ(System().SelectedNodeNumber(), 2) << "the clicks did their work";
+    EXPECT_THAT(vehicle.heard, Contains("901 0 2").Times(2)) << "at the detection, and by the click";
 }
 
 // --- Sync ----------------------------------------------------------------------------------------------------------
