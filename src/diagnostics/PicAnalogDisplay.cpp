@@ -16,7 +16,7 @@ constexpr int kLeastRows = 6;
 }  // namespace
 
 PicAnalogDisplay::PicAnalogDisplay(const GlyphSheets& sheets, QWidget* parent)
-    : QScrollArea(parent), mFace(*new CharacterFace(sheets, kPicMainFace, Graphics::kColumns))
+    : GlassArea(parent), mFace(*new CharacterFace(sheets, kPicMainFace, Graphics::kColumns))
 {
     setObjectName(QStringLiteral("PicAnalogDisplay"));
     mFace.setObjectName(QStringLiteral("PicAnalogFace"));
@@ -26,12 +26,6 @@ PicAnalogDisplay::PicAnalogDisplay(const GlyphSheets& sheets, QWidget* parent)
     bar->setObjectName(QStringLiteral("VScrlanalogFace"));
     bar->setSingleStep(Glass::kCellHeight);
     setVerticalScrollBar(bar);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-
-    setFrameShape(QFrame::NoFrame);
-    QPalette glass = viewport()->palette();
-    glass.setColor(QPalette::Window, QColor::fromRgb(Glass::kEdge));
-    viewport()->setPalette(glass);
     setWidget(&mFace);
 }
 

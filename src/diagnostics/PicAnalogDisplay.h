@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QScrollArea>
+#include "diagnostics/GlassArea.h"
 
 namespace fenrik {
 
@@ -10,7 +10,7 @@ class GlyphSheets;
 /// The window on the big face: holds the face "PicAnalogFace", which is taller than most windows, and moves it with
 /// the scroll bar "VScrlanalogFace", the wheel and the keys. The face's top is minus the bar's value. The bar is hidden
 /// while all is visible.
-class PicAnalogDisplay : public QScrollArea {
+class PicAnalogDisplay : public GlassArea {
     Q_OBJECT
 
 public:

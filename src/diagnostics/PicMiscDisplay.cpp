@@ -23,18 +23,12 @@ constexpr int kPaceMs = 16;    // noise changes the counters thousands of times 
 }  // namespace
 
 PicMiscDisplay::PicMiscDisplay(const GlyphSheets& sheets, std::function<int()> nodesInSystem, QWidget* parent)
-    : QScrollArea(parent), mNodesInSystem(std::move(nodesInSystem)), mFaces(new QStackedWidget),
+    : GlassArea(parent), mNodesInSystem(std::move(nodesInSystem)), mFaces(new QStackedWidget),
       mFace(AddFace(sheets, QStringLiteral("PicMiscFace"), tr("Click to show nodes 17-32"))),
       mFace17_32(AddFace(sheets, QStringLiteral("PicMiscFace17_32"), tr("Click to show nodes 1-16")))
 {
     setObjectName(QStringLiteral("PicMiscDisplay"));
-    setFrameShape(QFrame::NoFrame);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     verticalScrollBar()->setSingleStep(Glass::kCellHeight);
-
-    QPalette glass = viewport()->palette();
-    glass.setColor(QPalette::Window, QColor::fromRgb(Glass::kEdge));
-    viewport()->setPalette(glass);
     mFaces->setFixedSize(kPanel);
     setWidget(mFaces);
     FitBar();
@@ -68,7 +62,7 @@ QSize PicMiscDisplay::minimumSizeHint() const
 
 void PicMiscDisplay::resizeEvent(QResizeEvent* event)
 {
-    QScrollArea::resizeEvent(event);
+    GlassArea::resizeEvent(event);
     FitBar();
 }
 

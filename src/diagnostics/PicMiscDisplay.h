@@ -1,7 +1,8 @@
 #pragma once
 
+#include "diagnostics/GlassArea.h"
+
 #include <QPointer>
-#include <QScrollArea>
 
 #include <functional>
 
@@ -16,7 +17,7 @@ class GlyphSheets;
 /// The small panel: two pictures of 8 columns, "PicMiscFace" for nodes 1 to 16 and "PicMiscFace17_32" for the rest, of
 /// which a left click shows the other one if the system has more than 16 nodes. The right button opens a menu.
 /// In a low window that cuts off rows in use, a scroll bar stands beside it.
-class PicMiscDisplay : public QScrollArea {
+class PicMiscDisplay : public GlassArea {
     Q_OBJECT
 
 public:

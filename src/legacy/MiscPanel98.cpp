@@ -15,18 +15,13 @@ constexpr int kPaceMs = 16;  // tokens come hundreds of times a second
 }  // namespace
 
 MiscPanel98::MiscPanel98(const GlyphSheets& sheets, QWidget* parent)
-    : QScrollArea(parent), mFace(*new CharacterFace(sheets, kPanel, kColumns))
+    : GlassArea(parent), mFace(*new CharacterFace(sheets, kPanel, kColumns))
 {
     setObjectName(QStringLiteral("PicMiscDisplay"));
     mFace.setObjectName(QStringLiteral("PicMiscFace"));
     mFace.setAccessibleName(tr("Panel"));
     mFace.setPace(kPaceMs);
-    setFrameShape(QFrame::NoFrame);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    QPalette glass = viewport()->palette();
-    glass.setColor(QPalette::Window, QColor::fromRgb(Glass::kEdge));
-    viewport()->setPalette(glass);
     setFixedWidth(kPanel.width());
     setWidget(&mFace);
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QScrollArea>
+#include "diagnostics/GlassArea.h"
 
 namespace fenrik {
 
@@ -8,7 +8,7 @@ class CharacterFace;
 class GlyphSheets;
 
 /// The narrow panel: the window "PicMiscDisplay" on the picture "PicMiscFace" of 8 columns.
-class MiscPanel98 : public QScrollArea {
+class MiscPanel98 : public GlassArea {
     Q_OBJECT
 
 public:
