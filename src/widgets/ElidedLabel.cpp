@@ -1,4 +1,4 @@
-#include "catalogue/ElidedLabel.h"
+#include "widgets/ElidedLabel.h"
 
 #include <QHelpEvent>
 #include <QPainter>
