@@ -1,5 +1,6 @@
 // The windows of the operator commands against the vehicle.
 
+#include "e2e/Scenarios.h"
 #include "e2e/ToolTest.h"
 #include "model/CSystem.h"
 #include "support/WhenShown.h"
@@ -50,7 +51,7 @@ protected:
     void Mount(int node)
     {
         program->Window()->System().ActivateNode(node);
-        Click("Nodebar", ("Node" + std::to_string(node)).c_str());
+        ClickNode(node);
         Click("Nodebar", "Mount");
         ASSERT_EQ(program->Window()->System().MountedNodeNumber(), node);
         Forget();
@@ -220,9 +221,7 @@ class SlowCommands : public Commands {};
 
 TEST_F(SlowCommands, EachRefusedStepIsTold)
 {
-    QFile scenario(FENRIK_SCENARIO_FOLDER "/refusals.txt");
-    ASSERT_TRUE(scenario.open(QIODevice::ReadOnly));
-    ASSERT_NO_FATAL_FAILURE(Connect(scenario.readAll().constData()));
+    ASSERT_NO_FATAL_FAILURE(Connect(ScenarioText("refusals.txt").constData()));
     struct Row {
         int node;
         Texts lines;

@@ -2,6 +2,7 @@
 
 #include "app/DiagHub.h"
 #include "app/MainMenus.h"
+#include "e2e/Scenarios.h"
 #include "e2e/ToolTest.h"
 #include "model/SystemDatabase.h"
 #include "platform/Database.h"
@@ -85,10 +86,8 @@ protected:
     /// The nodes of the day, without its traffic.
     [[nodiscard]] static QByteArray NodesOfTheDay()
     {
-        QFile file(QStringLiteral(FENRIK_SCENARIO_FOLDER "/day.txt"));
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
         QByteArray nodes;
-        for (const QByteArray& line : file.readAll().split('\n')) {
+        for (const QByteArray& line : ScenarioText("day.txt").split('\n')) {
             if (line.startsWith("node "))
                 nodes += line + '\n';
         }
@@ -98,7 +97,7 @@ protected:
     /// Everything that the tool can learn of a node for a saved system.
     void Read(int number)
     {
-        Click("Nodebar", QStringLiteral("Node%1").arg(number).toLatin1().constData());
+        ClickNode(number);
         Click("Nodebar", "Mount");
         boxes.AnswerNext(QMessageBox::Yes);
         Click("Toolbar", "Refresh");

@@ -1,16 +1,13 @@
 // Downloading nodes by the toolbar, compared field by field with what the simulator says that they hold.
 
 #include "e2e/HeldNode.h"
+#include "e2e/Scenarios.h"
 #include "e2e/ToolTest.h"
 #include "model/CNode.h"
 #include "model/CSystem.h"
 
 #include <QDir>
-#include <QFile>
-#include <QSettings>
 #include <QTest>
-
-#include <map>
 
 namespace fenrik {
 namespace {
@@ -19,7 +16,7 @@ using testing::Contains;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-const QString kScenario = QStringLiteral(FENRIK_SCENARIO_FOLDER "/download.txt");
+constexpr const char* kScenario = "download.txt";
 constexpr int kNodesInScenario = 11;
 
 class Download : public ToolTest {
@@ -27,47 +24,27 @@ protected:
     void SetUp() override
     {
         ToolTest::SetUp();
-        QSettings settings(copy.ConfigFolder() + "/settings.ini", QSettings::IniFormat);
-        settings.setValue("Settings/NodesInSystem", QString::number(kNodesInScenario));
+        SetNodes(kNodesInScenario);
     }
 
-    void Connect()
-    {
-        QFile file(kScenario);
-        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-        ASSERT_NO_FATAL_FAILURE(StartConnected(file.readAll().constData()));
-    }
+    void Connect() { ASSERT_NO_FATAL_FAILURE(StartConnected(ScenarioText(kScenario).constData())); }
 
     [[nodiscard]] CNode& Node(int number) { return *program->Window()->System().Nodes().Find(number); }
 
-    void Select(int number) { Click("Nodebar", QStringLiteral("Node%1").arg(number).toLatin1().constData()); }
-
-    /// Downloads the node with its names; gives the last words of the status line.
-    std::string DownloadNode(int number)
+    /// Downloads the node; gives the last words of the status line.
+    [[nodiscard]] std::string Downloaded(int number)
     {
-        Select(number);
-        boxes.AnswerNext(QMessageBox::Yes);
-        Click("Toolbar", "Refresh");
+        DownloadNode(number);
         return Text("txtMsg");
     }
 
-    [[nodiscard]] static DescribedFields Described(int number, const QStringList& more = {})
+    [[nodiscard]] static NodeFields Described(int number, const QStringList& more = {})
     {
-        return DescribedNode(kScenario, number, more);
+        return DescribedNode(ScenarioPath(kScenario), number, more);
     }
-
-    /// Number of the first node of that type and road.
     [[nodiscard]] static int NodeOf(const char* type, const char* road)
     {
-        for (int number = 1; number <= kNodesInScenario; ++number) {
-            std::map<QString, QString> fields;
-            for (const auto& [field, value] : Described(number))
-                fields.emplace(field, value);
-            if (fields["type"] == QLatin1String(type) && fields["road"] == QLatin1String(road))
-                return number;
-        }
-        ADD_FAILURE() << "no node of type " << type << " and road " << road;
-        return 1;
+        return DescribedNodeOf(ScenarioPath(kScenario), kNodesInScenario, type, road);
     }
 
     void ExpectNodeAsDescribed(int number) { ExpectAsDescribed(Node(number), Described(number)); }
@@ -86,7 +63,7 @@ TEST_P(DownloadRoads, BringWhatTheNodeHolds)
 {
     const int node = NodeOf(GetParam().type, GetParam().road);
     ASSERT_NO_FATAL_FAILURE(Connect());
-    EXPECT_EQ(DownloadNode(node), GetParam().closing);
+    EXPECT_EQ(Downloaded(node), GetParam().closing);
     ExpectNodeAsDescribed(node);
     EXPECT_EQ(program->Window()->System().MountedNodeNumber(), 0);
     EXPECT_TRUE(program->Window()->System().Dirty());
@@ -109,7 +86,7 @@ TEST_F(Download, OfAVariableFlashBringsWhatTheNodeHolds)
 {
     const int node = NodeOf("6", "flash");
     ASSERT_NO_FATAL_FAILURE(Connect());
-    (void)DownloadNode(node);
+    DownloadNode(node);
     ExpectNodeAsDescribed(node);
     EXPECT_TRUE(Node(node).VFlashSupport());
 }
@@ -118,9 +95,9 @@ TEST_F(Download, OfAVariableFlashTypeWithoutTheStructureTakesTwoCalls)
 {
     const int node = NodeOf("6", "query");
     ASSERT_NO_FATAL_FAILURE(Connect());
-    (void)DownloadNode(node);
+    DownloadNode(node);
     EXPECT_FALSE(Node(node).VFlashSupport());
-    EXPECT_EQ(DownloadNode(node), kByQueries);
+    EXPECT_EQ(Downloaded(node), kByQueries);
     ExpectNodeAsDescribed(node);
 }
 
@@ -128,7 +105,7 @@ TEST_F(Download, OfANodeImageBringsWhatTheWireBrings)
 {
     QProcess writer;
     writer.start(QStringLiteral(FENRIK_BIN_FOLDER "/fenrik-vehicle"),
-                 {"--write-images", copy.Path("bin"), "--system", "Tram", "--scenario", kScenario});
+                 {"--write-images", copy.Path("bin"), "--system", "Tram", "--scenario", ScenarioPath(kScenario)});
     ASSERT_TRUE(writer.waitForFinished());
     const QStringList images = QDir(copy.Path("bin")).entryList({"Tram_Node *.bin"});
     ASSERT_GE(images.size(), 4);
@@ -139,8 +116,8 @@ TEST_F(Download, OfANodeImageBringsWhatTheWireBrings)
         std::uint8_t nodesInSystem = 0;
         node.ReadNode(copy.Path("bin") + QLatin1Char('/') + image, nodesInSystem, true);
         EXPECT_EQ(nodesInSystem, kNodesInScenario);
-        auto fields = Described(node.number(), {"--road", "memory"});
-        std::erase_if(fields, [](const auto& field) { return field.first == QLatin1String("road"); });
+        NodeFields fields = Described(node.number(), {"--road", "memory"});
+        fields.remove("road");
         ExpectAsDescribed(node, fields);
     }
 }
@@ -148,7 +125,7 @@ TEST_F(Download, OfANodeImageBringsWhatTheWireBrings)
 TEST_F(Download, OfAModelWithoutConfigurationIsRefusedInWords)
 {
     ASSERT_NO_FATAL_FAILURE(Connect());
-    Select(NodeOf("1", "query"));
+    ClickNode(NodeOf("1", "query"));
     Click("Toolbar", "Refresh");
     EXPECT_EQ(Text("txtMsg"), "This Node Type cannot be downloaded.");
     EXPECT_THAT(boxes.Take(), Contains(QStringLiteral("This Node Type cannot be downloaded.")));
@@ -157,7 +134,7 @@ TEST_F(Download, OfAModelWithoutConfigurationIsRefusedInWords)
 TEST_F(Download, IsCancelledByItsQuestion)
 {
     ASSERT_NO_FATAL_FAILURE(Connect());
-    Select(NodeOf("16", "query"));
+    ClickNode(NodeOf("16", "query"));
     boxes.AnswerNext(QMessageBox::Cancel);
     Click("Toolbar", "Refresh");
     EXPECT_EQ(Text("txtMsg"), "Data download cancelled.");
@@ -172,7 +149,7 @@ TEST_F(Download, IsBrokenOffByEscape)
             QTest::keyClick(program->Window(), Qt::Key_Escape);
     });
     escape.start(1);
-    EXPECT_EQ(DownloadNode(NodeOf("16", "query")), "Data download cancelled due to user request.");
+    EXPECT_EQ(Downloaded(NodeOf("16", "query")), "Data download cancelled due to user request.");
     EXPECT_TRUE(Find<QWidget>("pbProgress").isHidden());
     EXPECT_TRUE(IsEnabled("Toolbar", "Refresh"));
 }
@@ -188,7 +165,7 @@ TEST_F(Download, GivesUpInWordsWhenTheAnswersStop)
         }
     });
     silence.start(1);
-    Select(NodeOf("0", "memory"));
+    ClickNode(NodeOf("0", "memory"));
     boxes.AnswerNext(QMessageBox::Yes);
     Click("Toolbar", "Refresh");
     EXPECT_THAT(boxes.Take().join(QLatin1Char('\n')).toStdString(),
@@ -207,7 +184,7 @@ TEST_F(Download, EndsWithAPulledCable)
         }
     });
     pull.start(1);
-    Select(NodeOf("0", "memory"));
+    ClickNode(NodeOf("0", "memory"));
     boxes.AnswerNext(QMessageBox::Yes);
     Click("Toolbar", "Refresh");
     EXPECT_EQ(Text("txtStatus"), "Disconnected");

@@ -38,7 +38,7 @@ bool IsOfTheHeader(const QString& key)
     return key.startsWith(QLatin1String("header ")) || key.startsWith(QLatin1String("version "));
 }
 
-void DescribeInput(const CDigitalInput& input, QMap<QString, QString>& held)
+void DescribeInput(const CDigitalInput& input, NodeFields& held)
 {
     const QString key = QStringLiteral("input %1 ").arg(input.number());
     held[key + "name"] = Quoted(input.Name());
@@ -53,7 +53,7 @@ void DescribeInput(const CDigitalInput& input, QMap<QString, QString>& held)
     held[key + "off-delay"] = Number(input.OffDelay());
 }
 
-void DescribeOutput(const COutput& output, QMap<QString, QString>& held)
+void DescribeOutput(const COutput& output, NodeFields& held)
 {
     const QString key = QStringLiteral("output %1 ").arg(output.number());
     held[key + "name"] = Quoted(output.Name());
@@ -74,9 +74,9 @@ void DescribeOutput(const COutput& output, QMap<QString, QString>& held)
 
 }  // namespace
 
-QMap<QString, QString> HeldNode(const CNode& node)
+NodeFields HeldNode(const CNode& node)
 {
-    QMap<QString, QString> held;
+    NodeFields held;
     held["road"] = RoadName(node);
     held["type"] = QString::number(node.typeID());
     held["name"] = Quoted(node.Name());
@@ -89,13 +89,13 @@ QMap<QString, QString> HeldNode(const CNode& node)
     return held;
 }
 
-DescribedFields DescribedNode(const QString& scenario, int number, const QStringList& more)
+NodeFields DescribedNode(const QString& scenario, int number, const QStringList& more)
 {
     QProcess describe;
     describe.start(QStringLiteral(FENRIK_BIN_FOLDER "/fenrik-vehicle"),
                    QStringList{"--describe", "--scenario", scenario} + more);
     EXPECT_TRUE(describe.waitForFinished());
-    DescribedFields fields;
+    NodeFields fields;
     const QString head = QStringLiteral("node %1 ").arg(number);
     for (const QString& line : QString::fromUtf8(describe.readAllStandardOutput()).split(QLatin1Char('\n'))) {
         if (!line.startsWith(head))
@@ -103,18 +103,30 @@ DescribedFields DescribedNode(const QString& scenario, int number, const QString
         const QString field = line.mid(head.size());
         const auto quote = field.indexOf(QLatin1String(" \""));
         const auto split = quote >= 0 ? quote : field.lastIndexOf(QLatin1Char(' '));
-        fields.emplace_back(field.left(split), field.mid(split + 1));
+        fields.insert(field.left(split), field.mid(split + 1));
     }
     return fields;
 }
 
-void ExpectAsDescribed(const CNode& node, const DescribedFields& fields)
+int DescribedNodeOf(const QString& scenario, int last, const char* type, const char* road)
 {
-    const auto held = HeldNode(node);
-    ASSERT_GT(fields.size(), 3u);
-    for (const auto& [field, value] : fields) {
-        if (!IsOfTheHeader(field)) {
-            EXPECT_EQ(held.value(field), value) << "node " << int(node.number()) << ' ' << field.toStdString();
+    for (int number = 1; number <= last; ++number) {
+        const NodeFields fields = DescribedNode(scenario, number);
+        if (fields["type"] == QLatin1String(type) && fields["road"] == QLatin1String(road))
+            return number;
+    }
+    ADD_FAILURE() << "no node of type " << type << " and road " << road;
+    return 1;
+}
+
+void ExpectAsDescribed(const CNode& node, const NodeFields& described)
+{
+    const NodeFields held = HeldNode(node);
+    ASSERT_GT(described.size(), 3);
+    for (auto field = described.begin(); field != described.end(); ++field) {
+        if (!IsOfTheHeader(field.key())) {
+            EXPECT_EQ(held.value(field.key()), field.value())
+                << "node " << int(node.number()) << ' ' << field.key().toStdString();
         }
     }
 }

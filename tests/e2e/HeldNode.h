@@ -4,24 +4,23 @@
 #include <QString>
 #include <QStringList>
 
-#include <utility>
-#include <vector>
-
 namespace fenrik {
 
 class CNode;
 
-/// What the tool holds of a node, in the words in which the simulator describes it: "output 5 name" and its value.
-/// Fields that no description has are left out.
-[[nodiscard]] QMap<QString, QString> HeldNode(const CNode& node);
+/// A node's values by field, in the words in which the simulator describes it: "output 5 name".
+using NodeFields = QMap<QString, QString>;
 
-/// Field and value.
-using DescribedFields = std::vector<std::pair<QString, QString>>;
+/// What the tool holds of a node. Fields that no description has are left out.
+[[nodiscard]] NodeFields HeldNode(const CNode& node);
 
 /// The simulator's own description of a node of that scenario; `more` are further options of the simulator.
-[[nodiscard]] DescribedFields DescribedNode(const QString& scenario, int number, const QStringList& more = {});
+[[nodiscard]] NodeFields DescribedNode(const QString& scenario, int number, const QStringList& more = {});
+
+/// Number of the scenario's first node of that type and road, up to `last`; fails the test if there is none.
+[[nodiscard]] int DescribedNodeOf(const QString& scenario, int last, const char* type, const char* road);
 
 /// Fails the test if the tool holds something else of the node than was described.
-void ExpectAsDescribed(const CNode& node, const DescribedFields& fields);
+void ExpectAsDescribed(const CNode& node, const NodeFields& described);
 
 }  // namespace fenrik

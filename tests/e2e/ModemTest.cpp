@@ -121,7 +121,7 @@ TEST_F(SlowModem, IsFoundAmongTheOtherPorts)
     EXPECT_THAT(errors.reports, IsEmpty());
 }
 
-TEST_F(SlowModem, CarriesTheNetworkLosesItsCarrierAndIsDialledAgain)
+TEST_F(SlowModem, TellsTheStepsOfADialAndCarriesTheNetwork)
 {
     ASSERT_NO_FATAL_FAILURE(Start("quiet\nmodem dial-time 0.2\nmodem notes every 4\n"));
     QStringList told;
@@ -157,8 +157,11 @@ TEST_F(SlowModem, CarriesTheNetworkLosesItsCarrierAndIsDialledAgain)
     boxes.AnswerNext(QMessageBox::Yes);
     Click("Toolbar", "Refresh");
     EXPECT_EQ(Text("txtMsg"), "Node information successfully updated.");
+}
 
-    // The carrier drops: told in a box when all is put away.
+TEST_F(SlowModem, ThatLosesItsCarrierIsToldWhenAllIsPutAwayAndDialledAgain)
+{
+    ASSERT_NO_FATAL_FAILURE(StartConnectedByModem());
     ASSERT_NO_FATAL_FAILURE(vehicle.Control("modem drop"));
     ASSERT_TRUE(Eventually([this] { return Text("txtStatus") == "Disconnected"; }));
     ASSERT_TRUE(Eventually([this] { return vehicle.HasNote("port closed"); }));
@@ -170,7 +173,11 @@ TEST_F(SlowModem, CarriesTheNetworkLosesItsCarrierAndIsDialledAgain)
     Connect([](QDialog& dialog) { Press(dialog, "cmdDial"); });
     EXPECT_EQ(Text("txtStatus"), "Connected");
     EXPECT_EQ(Text("txtMsg"), "Nodes Detected");
+}
 
+TEST_F(SlowModem, HangsUpAtDisconnect)
+{
+    ASSERT_NO_FATAL_FAILURE(StartConnectedByModem());
     Click("Toolbar", "Disconnect");
     EXPECT_EQ(Text("txtStatus"), "Disconnected");
     EXPECT_TRUE(vehicle.HasNote("module hears \\P"));

@@ -84,19 +84,9 @@ protected:
         });
     }
 
-    void Restart()
+    /// Each choice that the window has, another one than at the start.
+    void SetAll(QDialog& options)
     {
-        CloseTool();
-        SetUp();
-        ASSERT_NO_FATAL_FAILURE(StartTool());
-    }
-};
-
-TEST_F(OptionsDialogs, AllThatIsSetForTheNetworkIsSetAfterARestart)
-{
-    ASSERT_NO_FATAL_FAILURE(vehicle.Start("quiet\n"));
-    ASSERT_NO_FATAL_FAILURE(StartTool());
-    Network([this](QDialog& options) {
         ShowTab(options, 0);
         SelectPort(options, "lstPorts", 5);
         In<QSlider>(options, "barNodes").setFocus();
@@ -113,13 +103,10 @@ TEST_F(OptionsDialogs, AllThatIsSetForTheNetworkIsSetAfterARestart)
         QTest::keyClick(&In<QComboBox>(options, "cboRDProfiles"), Qt::Key_End);
         EXPECT_EQ(In<QComboBox>(options, "cboRDProfiles").currentText(), QStringLiteral("Workshop 3"));
         Check(options, "chkPipeServerIsDefault");
-        Press(options, "cmdContinue");
-    });
-    ASSERT_NO_FATAL_FAILURE(Restart());
+    }
 
-    EXPECT_TRUE(IsVisible("Nodebar", "Node12"));
-    EXPECT_FALSE(IsVisible("Nodebar", "Node13"));
-    Network([](QDialog& options) {
+    static void ExpectAll(QDialog& options)
+    {
         EXPECT_EQ(In<QTabWidget>(options, "sstabPortSelection").currentIndex(), 2);
         EXPECT_EQ(In<PortList>(options, "lstPorts").SelectedPort(), 5);
         EXPECT_EQ(In<QSlider>(options, "barNodes").value(), 12);
@@ -129,6 +116,30 @@ TEST_F(OptionsDialogs, AllThatIsSetForTheNetworkIsSetAfterARestart)
         EXPECT_EQ(In<QLineEdit>(options, "txtModemInitString").text(), QStringLiteral("ATM0"));
         EXPECT_TRUE(In<QCheckBox>(options, "cbRDEnable").isChecked());
         EXPECT_EQ(In<QComboBox>(options, "cboRDProfiles").currentText(), QStringLiteral("Workshop 3"));
+    }
+
+    void Restart()
+    {
+        CloseTool();
+        SetUp();
+        ASSERT_NO_FATAL_FAILURE(StartTool());
+    }
+};
+
+TEST_F(OptionsDialogs, AllThatIsSetForTheNetworkIsSetAfterARestart)
+{
+    ASSERT_NO_FATAL_FAILURE(vehicle.Start("quiet\n"));
+    ASSERT_NO_FATAL_FAILURE(StartTool());
+    Network([this](QDialog& options) {
+        SetAll(options);
+        Press(options, "cmdContinue");
+    });
+    ASSERT_NO_FATAL_FAILURE(Restart());
+
+    EXPECT_TRUE(IsVisible("Nodebar", "Node12"));
+    EXPECT_FALSE(IsVisible("Nodebar", "Node13"));
+    Network([](QDialog& options) {
+        ExpectAll(options);
         ShowTab(options, 0);
         Check(options, "chkTransceiverIsDefault");
         Press(options, "cmdContinue");

@@ -29,12 +29,6 @@ void RemoteTest::SetUp()
     registry.WriteValue(path, "ServerPort", relay.Port());
 }
 
-void RemoteTest::SetNodes(int count)
-{
-    QSettings settings(copy.ConfigFolder() + "/settings.ini", QSettings::IniFormat);
-    settings.setValue("Settings/NodesInSystem", QString::number(count));
-}
-
 void RemoteTest::StartAll(const char* answer, const char* scenario)
 {
     ASSERT_NO_FATAL_FAILURE(vehicle.StartAtRelay(relay.Address(), answer, scenario));

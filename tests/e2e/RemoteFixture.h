@@ -13,9 +13,6 @@ class RemoteTest : public ToolTest {
 protected:
     void SetUp() override;
 
-    /// Before the tool is started. Through a relay a node that isn't there takes its time.
-    void SetNodes(int count);
-
     /// Starts relay, Bob and the tool.
     void StartAll(const char* answer = "--ask", const char* scenario = "quiet\n");
 

@@ -2,12 +2,12 @@
 
 #include "e2e/HeldNode.h"
 #include "e2e/RemoteFixture.h"
+#include "e2e/Scenarios.h"
 #include "model/CNode.h"
 #include "model/CSystem.h"
 
 #include <QComboBox>
 #include <QDialog>
-#include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -77,16 +77,12 @@ TEST_F(Remote, GoesOnWaitingIfTheFirstAnswerIsNo)
 
 TEST_F(Remote, DownloadsANodeAsItIs)
 {
-    const QString scenario = QStringLiteral(FENRIK_SCENARIO_FOLDER "/download.txt");
-    QFile file(scenario);
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     SetNodes(11);
-    ASSERT_NO_FATAL_FAILURE(StartGranted(file.readAll().constData()));
+    ASSERT_NO_FATAL_FAILURE(StartGranted(ScenarioText("download.txt").constData()));
     for (const int number : {1, 7}) {
-        Click("Nodebar", QStringLiteral("Node%1").arg(number).toLatin1().constData());
-        boxes.AnswerNext(QMessageBox::Yes);
-        Click("Toolbar", "Refresh");
-        ExpectAsDescribed(*program->Window()->System().Nodes().Find(number), DescribedNode(scenario, number));
+        DownloadNode(number);
+        ExpectAsDescribed(*program->Window()->System().Nodes().Find(number),
+                          DescribedNode(ScenarioPath("download.txt"), number));
     }
 }
 

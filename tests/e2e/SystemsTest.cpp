@@ -1,46 +1,32 @@
 // Saving what was downloaded, and finding it again in another run.
 
+#include "app/DiagHub.h"
 #include "e2e/HeldNode.h"
+#include "e2e/Scenarios.h"
 #include "e2e/ToolTest.h"
 #include "model/CNode.h"
 #include "model/CSystem.h"
 #include "model/RelationshipText.h"
 
-#include "app/DiagHub.h"
-
 #include <QFile>
-#include <QProcess>
-#include <QSettings>
 
 namespace fenrik {
 namespace {
 
 using testing::HasSubstr;
 
-const QString kScenario = QStringLiteral(FENRIK_SCENARIO_FOLDER "/download.txt");
+constexpr const char* kScenario = "download.txt";
+constexpr int kNodesInScenario = 11;
 
 class Systems : public ToolTest {
 protected:
     void SetUp() override
     {
         ToolTest::SetUp();
-        QSettings settings(copy.ConfigFolder() + "/settings.ini", QSettings::IniFormat);
-        settings.setValue("Settings/NodesInSystem", "11");
+        SetNodes(kNodesInScenario);
     }
 
-    void Connect()
-    {
-        QFile file(kScenario);
-        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-        ASSERT_NO_FATAL_FAILURE(StartConnected(file.readAll().constData()));
-    }
-
-    void Download(int number)
-    {
-        Click("Nodebar", QStringLiteral("Node%1").arg(number).toLatin1().constData());
-        boxes.AnswerNext(QMessageBox::Yes);
-        Click("Toolbar", "Refresh");
-    }
+    void Connect() { ASSERT_NO_FATAL_FAILURE(StartConnected(ScenarioText(kScenario).constData())); }
 
     void SaveAs(const QString& name)
     {
@@ -67,25 +53,6 @@ protected:
 
     [[nodiscard]] CNode& Node(int number) { return *program->Window()->System().Node(number); }
 
-    /// The simulator's description of a node, by field.
-    [[nodiscard]] static QMap<QString, QString> Described(int number)
-    {
-        QProcess describe;
-        describe.start(QStringLiteral(FENRIK_BIN_FOLDER "/fenrik-vehicle"), {"--describe", "--scenario", kScenario});
-        EXPECT_TRUE(describe.waitForFinished());
-        QMap<QString, QString> fields;
-        const QString head = QStringLiteral("node %1 ").arg(number);
-        for (const QString& line : QString::fromUtf8(describe.readAllStandardOutput()).split(QLatin1Char('\n'))) {
-            if (!line.startsWith(head))
-                continue;
-            const QString field = line.mid(head.size());
-            const auto quote = field.indexOf(QLatin1String(" \""));
-            const auto split = quote >= 0 ? quote : field.lastIndexOf(QLatin1Char(' '));
-            fields.insert(field.left(split), field.mid(split + 1));
-        }
-        return fields;
-    }
-
     [[nodiscard]] static bool IsSaved(const QString& field)
     {
         if (field == QLatin1String("name") || field == QLatin1String("type"))
@@ -110,7 +77,7 @@ protected:
     void ExpectSavedAsDescribed(int number)
     {
         const auto held = HeldNode(Node(number));
-        const auto described = Described(number);
+        const auto described = DescribedNode(ScenarioPath(kScenario), number);
         int compared = 0;
         for (auto field = described.begin(); field != described.end(); ++field) {
             if (!IsSaved(field.key()))
@@ -122,15 +89,9 @@ protected:
         EXPECT_GT(compared, 10);
     }
 
-    [[nodiscard]] int NodeOf(const QString& type, const QString& road)
+    [[nodiscard]] static int NodeOf(const char* type, const char* road)
     {
-        for (int number = 1; number <= 11; ++number) {
-            const auto described = Described(number);
-            if (described["type"] == type && described["road"] == road)
-                return number;
-        }
-        ADD_FAILURE() << "no node of type " << type.toStdString();
-        return 1;
+        return DescribedNodeOf(ScenarioPath(kScenario), kNodesInScenario, type, road);
     }
 };
 
@@ -139,20 +100,20 @@ TEST_F(Systems, WhatWasDownloadedIsThereInTheNextRunWithoutTheNetwork)
     const int byQueries = NodeOf("16", "query");
     const int byMemory = NodeOf("0", "memory");
     ASSERT_NO_FATAL_FAILURE(Connect());
-    Download(byQueries);
-    Download(byMemory);
+    DownloadNode(byQueries);
+    DownloadNode(byMemory);
     ASSERT_NO_FATAL_FAILURE(SaveAs("Tram 7"));
     EXPECT_EQ(program->Window()->windowTitle(), "Fenrik Diagnostics - Tram 7");
     CloseWithoutSaving();
     vehicle.End();
 
     ASSERT_NO_FATAL_FAILURE(LookAt("Tram 7"));
-    EXPECT_EQ(program->Window()->System().NodesInSystem(), 11);
+    EXPECT_EQ(program->Window()->System().NodesInSystem(), kNodesInScenario);
     ExpectSavedAsDescribed(byQueries);
     ExpectSavedAsDescribed(byMemory);
     EXPECT_EQ(Text("txtStatus"), "Disconnected");
     EXPECT_TRUE(IsEnabled("Toolbar", "OutputDiagnostics"));
-    Click("Nodebar", QStringLiteral("Node%1").arg(byMemory).toLatin1().constData());
+    ClickNode(byMemory);
     Click("Toolbar", "OutputDiagnostics");
     ExpectSavedAsDescribed(byMemory);  // looking has asked nobody and lost nothing
 }
@@ -160,7 +121,7 @@ TEST_F(Systems, WhatWasDownloadedIsThereInTheNextRunWithoutTheNetwork)
 TEST_F(Systems, ClosingAfterADownloadOffersToSave)
 {
     ASSERT_NO_FATAL_FAILURE(Connect());
-    Download(NodeOf("16", "query"));
+    DownloadNode(NodeOf("16", "query"));
     boxes.AnswerNext(QMessageBox::Yes);
     boxes.EnterNext("Bus");
     CloseTool();

@@ -6,6 +6,7 @@
 #include <QAction>
 #include <QCoreApplication>
 #include <QLabel>
+#include <QSettings>
 #include <QTest>
 #include <QToolBar>
 #include <QToolButton>
@@ -31,6 +32,12 @@ void ToolTest::TearDown()
 {
     EXPECT_THAT(boxes.Take(), IsEmpty());
     EXPECT_FALSE(copy.HasErrorLog());
+}
+
+void ToolTest::SetNodes(int count)
+{
+    QSettings settings(copy.ConfigFolder() + "/settings.ini", QSettings::IniFormat);
+    settings.setValue("Settings/NodesInSystem", QString::number(count));
 }
 
 void ToolTest::StartTool()
@@ -67,6 +74,18 @@ void ToolTest::Click(const char* bar, const char* key)
     ASSERT_TRUE(button->isVisible() && button->isEnabled()) << key;
     QTest::mouseClick(button, Qt::LeftButton);
     QCoreApplication::processEvents();  // the list shows its last lines when the event loop turns
+}
+
+void ToolTest::ClickNode(int number)
+{
+    Click("Nodebar", ("Node" + std::to_string(number)).c_str());
+}
+
+void ToolTest::DownloadNode(int number)
+{
+    ClickNode(number);
+    boxes.AnswerNext(QMessageBox::Yes);
+    Click("Toolbar", "Refresh");
 }
 
 bool ToolTest::IsEnabled(const char* bar, const char* key) const

@@ -24,6 +24,9 @@ protected:
     void SetUp() override;
     void TearDown() override;
 
+    /// How many nodes the tool looks for; before it is started.
+    void SetNodes(int count);
+
     /// Starts the tool and shows its window.
     void StartTool();
     /// Starts both and connects.
@@ -33,6 +36,10 @@ protected:
 
     /// Clicks a button of a bar: Click("Toolbar", "Connect"). Returns when what it does is done.
     void Click(const char* bar, const char* key);
+    /// Clicks the button of a node from 1 to 16.
+    void ClickNode(int number);
+    /// Downloads a node with its names, by the toolbar.
+    void DownloadNode(int number);
     [[nodiscard]] bool IsEnabled(const char* bar, const char* key) const;
     [[nodiscard]] bool IsVisible(const char* bar, const char* key) const;
 

@@ -6,7 +6,6 @@
 #include <QAction>
 #include <QComboBox>
 #include <QPushButton>
-#include <QSettings>
 #include <QTest>
 #include <QToolButton>
 #include <QTreeView>
@@ -30,14 +29,13 @@ protected:
     void SetUp() override
     {
         ToolTest::SetUp();
-        QSettings settings(copy.ConfigFolder() + "/settings.ini", QSettings::IniFormat);
-        settings.setValue("Settings/NodesInSystem", QString::number(kNodes));
+        SetNodes(kNodes);
     }
 
     void Mount(int node)
     {
         ASSERT_NO_FATAL_FAILURE(StartConnected(kScenario));
-        Click("Nodebar", QStringLiteral("Node%1").arg(node).toLatin1().constData());
+        ClickNode(node);
         Click("Nodebar", "Mount");
         ASSERT_TRUE(IsVisible("Nodebar", "Unmount"));
     }
