@@ -8,8 +8,11 @@
 #include "platform/Error.h"
 #include "platform/Recordset.h"
 
+#include <QDateTime>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QUuid>
 
 #include <algorithm>
@@ -28,6 +31,18 @@ QString WorkFileBeside(const QString& path)
 {
     const QString unique = QUuid::createUuid().toString(QUuid::Id128).left(8);
     return QFileInfo(path).path() + QStringLiteral("/saving-") + unique;
+}
+
+/// Removes what killed saves have left beside `work`, which was written right now. A save that still runs, perhaps at
+/// another computer, has written within the last day.
+void RemoveLeftovers(const QString& work)
+{
+    static const QRegularExpression kName(QStringLiteral("^saving-[0-9a-f]{8}(-journal)?$"));
+    const QFileInfo present(work);
+    for (const QFileInfo& file : present.dir().entryInfoList({QStringLiteral("saving-*")}, QDir::Files)) {
+        if (kName.match(file.fileName()).hasMatch() && file.lastModified() < present.lastModified().addDays(-1))
+            QFile::remove(file.filePath());
+    }
 }
 
 void Rename(const QString& from, const QString& to)
@@ -80,7 +95,10 @@ bool SystemDatabase::Make(const QString& path, const QString& defaultPath)
 bool SystemDatabase::MakeNew(const QString& path, const QString& defaultPath)
 {
     const QString work = WorkFileBeside(path);
-    const auto copy = [&] { Database::OpenDatabase(defaultPath, false, true)->SaveCopy(work); };
+    const auto copy = [&] {
+        Database::OpenDatabase(defaultPath, false, true)->SaveCopy(work);
+        RemoveLeftovers(work);
+    };
     const auto giveName = [&] { Rename(work, path); };
     const bool made = Step(path, copy) && WriteFile(work, path) && Step(path, giveName);
     QFile::remove(work);

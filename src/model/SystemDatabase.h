@@ -30,7 +30,8 @@ public:
     ///
     /// All tables are written in one transaction, since each costs several waits for the disk; a table that fails and
     /// is skipped is undone alone. A new file gets its name when it is whole. So a full disk or a crash leaves what was
-    /// there, and so does a user who does not go on after a failure.
+    /// there, and so does a user who does not go on after a failure. What a killed save has left beside `path` goes a
+    /// day later.
     [[nodiscard]] bool Make(const QString& path, const QString& defaultPath);
 
     /// Adds nodes up to the file's count, which `nodesInSystem` goes up to, and, unless `quickie`, lets every node take

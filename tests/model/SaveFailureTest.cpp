@@ -2,6 +2,8 @@
 
 #include "SavedSystemFixture.h"
 
+#include <QDateTime>
+
 #include <array>
 #include <csignal>
 #include <poll.h>
@@ -319,6 +321,28 @@ TEST_F(SaveFailureTest, AKilledToolLeavesNoNewFileThatIsNotWhole)
         EXPECT_TRUE(TableDefExists(*Database::OpenDatabase(File(name), false, true), "Node 3")) << name.toStdString();
         EXPECT_FALSE(QFile::exists(File(name + "-journal"))) << name.toStdString();
     }
+}
+
+struct LeftoverRow {
+    const char* name;
+    int days;  // since it was written
+    bool stays;
+};
+
+TEST_F(SaveFailureTest, WhatAKilledToolHasLeftBehindGoesADayLater)
+{
+    const LeftoverRow rows[] = {
+        {"saving-0123abcd", 2, false},        {"saving-0123abcd-journal", 2, false}, {"saving-4567ef01", 0, true},
+        {"saving-4567ef01-journal", 0, true}, {"saving-holidays", 2, true},          {"saving-0123abcd.dav", 2, true},
+    };
+    for (const LeftoverRow& row : rows) {
+        QFile file(File(row.name));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        ASSERT_TRUE(file.setFileTime(QDateTime::currentDateTime().addDays(-row.days), QFile::FileModificationTime));
+    }
+    EXPECT_TRUE(Save());
+    for (const LeftoverRow& row : rows)
+        EXPECT_EQ(QFile::exists(File(row.name)), row.stays) << row.name;
 }
 
 }  // namespace
