@@ -392,38 +392,51 @@ QByteArray JetFileWriter::PackDefinition(const std::vector<Column>& columns, std
     Put(body, counts + 19, maps << 8 | 1);
 
     QByteArray names;
-    int fixedOffset = 0;
+    quint16 fixedOffset = 0;
     quint16 variables = 0;
-    for (quint16 i = 0; i < count; ++i) {
-        const Column& column = columns[i];
-        const bool fixed = IsFixed(column);
-        QByteArray entry(IsJet3() ? 18 : 25, '\0');
-        const int base = IsJet3() ? 0 : 4;
-        entry[0] = char(column.type);
-        Put(entry, base + 1, i);
-        Put(entry, base + 3, variables);
-        Put(entry, base + 5, i);
-        if (column.type == JetType::kNumeric) {
-            entry[IsJet3() ? 9 : 11] = 18;
-            entry[IsJet3() ? 10 : 12] = char(column.scale);
-        }
-        entry[IsJet3() ? 13 : 15] = fixed ? 3 : 2;
-        Put(entry, IsJet3() ? 14 : 21, quint16(fixed ? fixedOffset : 0));
-        const int size = fixed ? FixedSize(column.type) : IsLongType(column.type) ? 0 : IsJet3() ? 255 : 510;
-        Put(entry, IsJet3() ? 16 : 23, quint16(size));
-        body += entry;
-        if (fixed)
-            fixedOffset += FixedSize(column.type);
+    for (quint16 number = 0; number < count; ++number) {
+        const Column& column = columns[number];
+        body += PackColumn(column, number, fixedOffset, variables);
+        names += PackName(column.name);
+        if (IsFixed(column))
+            fixedOffset = quint16(fixedOffset + FixedSize(column.type));
         else
             ++variables;
-        const QByteArray name =
-            IsJet3() ? BytesIn1252(column.name)
-                     : QByteArray(reinterpret_cast<const char*>(column.name.utf16()), 2 * column.name.size());
-        names += (IsJet3() ? QByteArray(1, char(name.size())) : Little(quint16(name.size()))) + name;
     }
     body += names + "\xFF\xFF";
     Put(body, 8, quint32(body.size()));
     return body;
+}
+
+// Fixed columns have an offset in the row, the others a number among their like.
+QByteArray JetFileWriter::PackColumn(const Column& column, quint16 number, quint16 fixedOffset, quint16 variables) const
+{
+    const bool fixed = IsFixed(column);
+    const int base = IsJet3() ? 0 : 4;
+    QByteArray entry(IsJet3() ? 18 : 25, '\0');
+    entry[0] = char(column.type);
+    Put(entry, base + 1, number);
+    Put(entry, base + 3, variables);
+    Put(entry, base + 5, number);
+    if (column.type == JetType::kNumeric) {
+        entry[IsJet3() ? 9 : 11] = 18;
+        entry[IsJet3() ? 10 : 12] = char(column.scale);
+    }
+    entry[IsJet3() ? 13 : 15] = fixed ? 3 : 2;
+    Put(entry, IsJet3() ? 14 : 21, quint16(fixed ? fixedOffset : 0));
+    const int size = fixed ? FixedSize(column.type) : IsLongType(column.type) ? 0 : IsJet3() ? 255 : 510;
+    Put(entry, IsJet3() ? 16 : 23, quint16(size));
+    return entry;
+}
+
+QByteArray JetFileWriter::PackName(const QString& name) const
+{
+    if (IsJet3()) {
+        const QByteArray bytes = BytesIn1252(name);
+        return char(bytes.size()) + bytes;
+    }
+    const QByteArray bytes(reinterpret_cast<const char*>(name.utf16()), 2 * name.size());
+    return Little(quint16(bytes.size())) + bytes;
 }
 
 // What does not fit goes on behind the head of a further page.

@@ -69,6 +69,9 @@ private:
     [[nodiscard]] QByteArray PackText(const QString& text) const;
     [[nodiscard]] QByteArray PackMap(const std::vector<quint32>& pages);
     QByteArray PackDefinition(const std::vector<Column>& columns, std::size_t rows, char kind, quint32 maps) const;
+    [[nodiscard]] QByteArray PackColumn(const Column& column, quint16 number, quint16 fixedOffset,
+                                        quint16 variables) const;
+    [[nodiscard]] QByteArray PackName(const QString& name) const;
     void WriteDefinition(quint32 page, const QByteArray& body);
     void WriteHeader();
 
