@@ -13,6 +13,7 @@ namespace {
 
 constexpr int kBugSize = 64;
 constexpr int kWidth = 460;
+constexpr double kOopsScale = 1.6;
 
 }  // namespace
 
@@ -21,6 +22,9 @@ frmError::frmError(const VersionInfo& version, const QString& details, QWidget* 
 {
     mUi->setupUi(this);
     mUi->lblTitle->setText(VersionInfo::Title() + QLatin1Char(' ') + version.MajorMinorRevision());
+    QFont large = mUi->lblOpps->font();
+    large.setPointSizeF(large.pointSizeF() * kOopsScale);
+    mUi->lblOpps->setFont(large);
     mUi->imgBug->setPixmap(
         QIcon(QStringLiteral(":/icons/imgBug.png")).pixmap(QSize(kBugSize, kBugSize), devicePixelRatioF()));
     mUi->tbDetails->setPlainText(details);
