@@ -18,7 +18,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <cstdio>
 #include <string>
 #include <thread>
 
@@ -32,7 +31,6 @@ constexpr double kBytesPerSecond = 960;
 constexpr double kAnswerDelay = 0.002;  // the vehicle's, where a scenario says nothing
 constexpr int kQueryNode = 1;
 constexpr int kMemoryNode = 8;
-constexpr int kPatienceMs = 60'000;
 const QString kVehicle = QStringLiteral(FENRIK_BIN_FOLDER "/fenrik-vehicle");
 
 /// What went over the line, by a stretch of the vehicle's log.
@@ -101,8 +99,7 @@ public:
         copy.Start(mProcess, kVehicle,
                    {"--port", "5", "--pace", "--log", mLog, "--scenario",
                     QStringLiteral(FENRIK_SCENARIO_FOLDER "/download.txt")});
-        if (!mProcess.waitForReadyRead(kPatienceMs) || !mProcess.readLine().startsWith("ready"))
-            throw NotMeasured("the simulated vehicle does not start");
+        WaitForVehicle(mProcess);
     }
     ~Vehicle() { End(mProcess); }
     Vehicle(const Vehicle&) = delete;
@@ -172,11 +169,7 @@ void MeasureRoad(frmDiag& window, Vehicle& vehicle, int number, const std::strin
 void Measure()
 {
     const Copy copy;
-    QFile settings(copy.Path("config/fenrik-diagnostics/settings.ini"));
-    if (!settings.open(QIODevice::WriteOnly) || settings.write("[Settings]\nCommPort=5\nNodesInSystem=11\n") < 0)
-        throw NotMeasured("the settings can't be written");
-    settings.close();
-
+    copy.WriteSettings("[Settings]\nCommPort=5\nNodesInSystem=11\n");
     Vehicle vehicle(copy);
     const QString folder = copy.Path("bin");
     MMain program({ProgramFolder(folder, folder, folder), copy.Path("config/fenrik-diagnostics"),
@@ -199,11 +192,5 @@ int main(int argc, char** argv)
 {
     const QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
-    try {
-        fenrik::Measure();
-    } catch (const fenrik::NotMeasured& reason) {
-        std::fprintf(stderr, "DownloadBench: %s\n", reason.what());
-        return 1;
-    }
-    return 0;
+    return fenrik::Report("DownloadBench", fenrik::Measure);
 }

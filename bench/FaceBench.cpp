@@ -6,7 +6,6 @@
 #include "diagnostics/GlyphSheets.h"
 
 #include <QApplication>
-#include <QPainter>
 
 #include <benchmark/benchmark.h>
 

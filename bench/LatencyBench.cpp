@@ -16,7 +16,6 @@
 #include <algorithm>
 #include <atomic>
 #include <chrono>
-#include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
 #include <poll.h>
@@ -142,10 +141,7 @@ void MeasureTool()
     const QString config = copy.Path("config/fenrik-diagnostics");
     QDir().mkpath(config + QStringLiteral("/ports"));
     QFile::link(line.Path(), config + QStringLiteral("/ports/com5"));
-    QFile settings(config + QStringLiteral("/settings.ini"));
-    if (!settings.open(QIODevice::WriteOnly) || settings.write("[Settings]\nCommPort=5\nAutoDetect=False\n") < 0)
-        throw NotMeasured("the settings can't be written");
-    settings.close();
+    copy.WriteSettings("[Settings]\nCommPort=5\nAutoDetect=False\n");
 
     const QString folder = copy.Path("bin");
     MMain program({ProgramFolder(folder, folder, folder), config, VersionInfo(1, 0, 1, QString())});
@@ -178,6 +174,12 @@ void MeasureTool()
     line.Report("Latency/Tool");
 }
 
+void Measure()
+{
+    MeasurePlainLoop();
+    MeasureTool();
+}
+
 }  // namespace
 }  // namespace fenrik
 
@@ -185,12 +187,5 @@ int main(int argc, char** argv)
 {
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
-    try {
-        fenrik::MeasurePlainLoop();
-        fenrik::MeasureTool();
-    } catch (const fenrik::NotMeasured& reason) {
-        std::fprintf(stderr, "LatencyBench: %s\n", reason.what());
-        return 1;
-    }
-    return 0;
+    return fenrik::Report("LatencyBench", fenrik::Measure);
 }

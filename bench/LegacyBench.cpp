@@ -1,6 +1,7 @@
 // What the window of the older network does with each byte, with its panels and its list: the list is not shown, so
 // that only what each byte costs by itself is measured.
 
+#include "AllocationCount.h"
 #include "diagnostics/AsciiMap.h"
 #include "diagnostics/CharacterFace.h"
 #include "diagnostics/GlyphSheets.h"
@@ -25,33 +26,7 @@
 #include <benchmark/benchmark.h>
 
 #include <cstdlib>
-#include <new>
 #include <vector>
-
-namespace {
-
-std::size_t allocations = 0;
-
-}  // namespace
-
-// Counts what is allocated, so that a benchmark can tell it.
-void* operator new(std::size_t size)
-{
-    ++allocations;
-    if (void* memory = std::malloc(size))
-        return memory;
-    throw std::bad_alloc();
-}
-
-void operator delete(void* memory) noexcept
-{
-    std::free(memory);
-}
-
-void operator delete(void* memory, std::size_t) noexcept
-{
-    std::free(memory);
-}
 
 namespace fenrik {
 namespace {
@@ -113,12 +88,12 @@ void Feed(benchmark::State& state, Window& window, const std::vector<QByteArray>
 {
     for (const QByteArray& call : calls)
         window.monitor.ProcessCommData(call);  // timers that are started once are
-    const std::size_t before = allocations;
+    const std::size_t before = Allocations();
     for (auto _ : state) {
         for (const QByteArray& call : calls)
             window.monitor.ProcessCommData(call);
     }
-    if (!mayAllocate && allocations != before)
+    if (!mayAllocate && Allocations() != before)
         state.SkipWithError("something was allocated");
     TellByteTime(state, calls.size());
 }

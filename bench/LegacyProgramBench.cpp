@@ -3,11 +3,9 @@
 #include "Session.h"
 
 #include <QCoreApplication>
-#include <QDir>
 #include <QFile>
 
 #include <chrono>
-#include <cstdio>
 #include <thread>
 
 namespace fenrik {
@@ -22,12 +20,10 @@ constexpr double kLeast = 0.95 * kLineRate * kListedOfFour;
 void UseTheOlderNetwork(const Copy& copy)
 {
     const QString database = copy.Path("bin/Demo.dav");
-    QFile settings(copy.Path("config/fenrik-diagnostics/settings.ini"));
-    if (!QFile::copy(QStringLiteral(FENRIK_BIN_FOLDER "/legacy/Demonstration Bus 98.dav"), database) ||
-        !settings.open(QIODevice::WriteOnly))
+    if (!QFile::copy(QStringLiteral(FENRIK_BIN_FOLDER "/legacy/Demonstration Bus 98.dav"), database))
         throw NotMeasured("the copy can't be made");
-    settings.write("[Settings]\nCommPort=5\nProtocol=Fenrik 98\nListAllMsgs=True\n[Database]\nPath=" +
-                   copy.Path("bin").toUtf8() + "\nName=Demo.dav\n");
+    copy.WriteSettings("[Settings]\nCommPort=5\nProtocol=Fenrik 98\nListAllMsgs=True\n[Database]\nPath=" +
+                       copy.Path("bin").toUtf8() + "\nName=Demo.dav\n");
 }
 
 void Measure(const char* name, const Copy& copy, QProcess& tool, QProcess& vehicle)
@@ -70,11 +66,5 @@ void MeasureFullLine()
 int main(int argc, char** argv)
 {
     const QCoreApplication application(argc, argv);
-    try {
-        fenrik::MeasureFullLine();
-    } catch (const fenrik::NotMeasured& reason) {
-        std::fprintf(stderr, "LegacyProgramBench: %s\n", reason.what());
-        return 1;
-    }
-    return 0;
+    return fenrik::Report("LegacyProgramBench", fenrik::MeasureFullLine);
 }

@@ -1,6 +1,7 @@
 // The link engine from bytes to messages: noise against a plain loop over the same bytes, and clean frames in pieces
 // of several sizes.
 
+#include "AllocationCount.h"
 #include "link/CMsgHandler.h"
 #include "platform/SerialControl.h"
 #include "shared/Clock.h"
@@ -10,34 +11,7 @@
 
 #include <benchmark/benchmark.h>
 
-#include <cstdlib>
-#include <new>
 #include <random>
-
-namespace {
-
-std::size_t allocations = 0;
-
-}  // namespace
-
-// Counts what is allocated, so that a benchmark can tell it.
-void* operator new(std::size_t size)
-{
-    ++allocations;
-    if (void* memory = std::malloc(size))
-        return memory;
-    throw std::bad_alloc();
-}
-
-void operator delete(void* memory) noexcept
-{
-    std::free(memory);
-}
-
-void operator delete(void* memory, std::size_t) noexcept
-{
-    std::free(memory);
-}
 
 namespace fenrik {
 namespace {
@@ -124,12 +98,12 @@ void NoiseThroughEngine(benchmark::State& state)
 {
     Engine engine;
     const auto& noise = Noise();
-    const std::size_t before = allocations;
+    const std::size_t before = Allocations();
     for (auto _ : state) {
         for (const std::uint8_t byte : noise)
             engine.handler.ReceiveMsgByte(byte);
     }
-    if (allocations != before)
+    if (Allocations() != before)
         state.SkipWithError("noise was allocated for");
     state.counters["collisions"] = double(engine.handler.PCCollisions()) / double(state.iterations());
     state.SetBytesProcessed(std::int64_t(state.iterations() * noise.size()));

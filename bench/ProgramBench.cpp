@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <cstdio>
 #include <string>
 #include <thread>
 #include <vector>
@@ -146,11 +145,5 @@ void Measure()
 int main(int argc, char** argv)
 {
     const QCoreApplication application(argc, argv);
-    try {
-        fenrik::Measure();
-    } catch (const fenrik::NotMeasured& reason) {
-        std::fprintf(stderr, "ProgramBench: %s\n", reason.what());
-        return 1;
-    }
-    return 0;
+    return fenrik::Report("ProgramBench", fenrik::Measure);
 }

@@ -27,6 +27,17 @@ void PrintFigure(const char* name, double value)
     std::fflush(stdout);
 }
 
+int Report(const char* program, void (*measure)())
+{
+    try {
+        measure();
+    } catch (const NotMeasured& reason) {
+        std::fprintf(stderr, "%s: %s\n", program, reason.what());
+        return 1;
+    }
+    return 0;
+}
+
 Copy::Copy()
 {
     for (const char* folder : {"bin", "config/fenrik-diagnostics", "data", "runtime"})
@@ -34,9 +45,14 @@ Copy::Copy()
     QFile::setPermissions(Path("runtime"), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     for (const char* file : {"fenrik-diagnostics", "ncCommand.dav", "SpecialCommands.dav", "fxmaps.dav"})
         QFile::copy(kBin + QLatin1String(file), Path("bin/") + QLatin1String(file));
+    WriteSettings("[Settings]\nCommPort=5\n");
+}
+
+void Copy::WriteSettings(const QByteArray& text) const
+{
     QFile settings(Path("config/fenrik-diagnostics/settings.ini"));
-    if (settings.open(QIODevice::WriteOnly))
-        settings.write("[Settings]\nCommPort=5\n");
+    if (!settings.open(QIODevice::WriteOnly) || settings.write(text) != text.size())
+        throw NotMeasured("the settings can't be written");
 }
 
 void Copy::Start(QProcess& process, const QString& program, const QStringList& arguments) const

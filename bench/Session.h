@@ -19,10 +19,17 @@ struct NotMeasured : std::runtime_error {
 /// Prints one figure as "name,value", the form that bench/run reads.
 void PrintFigure(const char* name, double value);
 
+/// The rest of main: runs `measure`. Gives the exit code; a figure that could not be had is told under the name of the
+/// program.
+[[nodiscard]] int Report(const char* program, void (*measure)());
+
 /// A portable copy of the tool in a folder of its own, with its own settings (COM5), gone with the object.
 class Copy {
 public:
     Copy();
+
+    /// Replaces settings.ini.
+    void WriteSettings(const QByteArray& text) const;
 
     [[nodiscard]] QString Path(const char* name) const { return mFolder.filePath(QLatin1String(name)); }
     [[nodiscard]] QString Tool() const { return Path("bin/fenrik-diagnostics"); }
