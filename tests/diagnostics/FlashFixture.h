@@ -46,6 +46,20 @@ protected:
         memory = {{2, 3}, {3, 8}, {7, 1}, {8, 22}, {9, 3}, {10, 4}, {11, 25}, {12, 0x07}, {13, 0xD9}};
     }
 
+    /// Mounts node 3, known to give its header byte by byte.
+    void MountByteByByte()
+    {
+        Mount(3, 6).setIProtocol(CNode::kProtocolImage);
+        AnswerByBytes();
+    }
+
+    [[nodiscard]] HeaderRecord ReadHeader()
+    {
+        HeaderRecord record;
+        flash.GetHeaderInfo(record);
+        return record;
+    }
+
     [[nodiscard]] QString Line(int row) const { return Row(face, row).left(32); }
 
     std::vector<std::uint8_t> header{1, 2, 3, 4, 5, 6, 7, 8, 9, 3, 22, 1, 25, 4, 0xE8, 0x07};

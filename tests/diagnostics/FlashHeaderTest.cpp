@@ -12,8 +12,7 @@ using testing::SizeIs;
 TEST_F(FlashTest, TheHeaderIsReadInOneReply)
 {
     const CNode& node = Mount(3, 6);
-    HeaderRecord record;
-    flash.GetHeaderInfo(record);
+    const HeaderRecord record = ReadHeader();
     EXPECT_THAT(heard, ElementsAre("940 0 0 0"));
     EXPECT_EQ(record.nodeNumber, QStringLiteral("3"));
     EXPECT_EQ(record.nodeCount, QStringLiteral("8"));
@@ -38,8 +37,7 @@ TEST_F(FlashTest, TheAnnouncementSaysTheOrderOfWords)
     bigEndian = true;
     header[14] = 0x07;
     header[15] = 0xD9;
-    HeaderRecord record;
-    flash.GetHeaderInfo(record);
+    const HeaderRecord record = ReadHeader();
     EXPECT_EQ(record.word1, 0x0102);
     EXPECT_EQ(record.year, QStringLiteral("09"));
 }
@@ -48,8 +46,7 @@ TEST_F(FlashTest, AHeaderOfNoBytesMeansQueries)
 {
     const CNode& node = Mount(3, 6);
     header.clear();
-    HeaderRecord record;
-    flash.GetHeaderInfo(record);
+    const HeaderRecord record = ReadHeader();
     EXPECT_EQ(node.iProtocol(), CNode::kProtocolQueries);
     EXPECT_EQ(record.nodeNumber, QStringLiteral("3"));
     EXPECT_EQ(record.nodeCount, QStringLiteral("??"));
@@ -60,8 +57,7 @@ TEST_F(FlashTest, AShortHeaderFillsItsFirstFields)
 {
     Mount(3, 6);
     header.resize(11);
-    HeaderRecord record;
-    flash.GetHeaderInfo(record);
+    const HeaderRecord record = ReadHeader();
     EXPECT_EQ(record.versionSecond, QStringLiteral("22"));
     EXPECT_EQ(record.versionFirst, QStringLiteral("??"));
     EXPECT_EQ(record.year, QStringLiteral("??"));
@@ -97,8 +93,7 @@ TEST_F(FlashTest, ATornHeaderIsAskedForTwiceAndItsMissingBytesAreNotMadeUp)
 {
     Mount(3, 6);
     sent = 10;
-    HeaderRecord record;
-    flash.GetHeaderInfo(record);
+    const HeaderRecord record = ReadHeader();
     EXPECT_THAT(heard, ElementsAre("940 0 0 0", "940 0 0 0"));
     EXPECT_EQ(record.versionThird, QStringLiteral("3"));
     EXPECT_EQ(record.versionSecond, QStringLiteral("??"));
@@ -112,8 +107,7 @@ TEST_F(FlashTest, AHeaderThatIsWholeAtTheSecondAttemptCounts)
         sent = heard.size() == 1 ? 4 : 99;
         return Answer(frame);
     };
-    HeaderRecord record;
-    flash.GetHeaderInfo(record);
+    const HeaderRecord record = ReadHeader();
     EXPECT_TRUE(Flash::IsHeaderValid(record));
 }
 
@@ -129,8 +123,7 @@ TEST_F(FlashTest, FailuresOfEarlierRequestsDoNotPassForTheNodesAnswer)
         (void)handler.SendMessageGetByteArr(query, 1, received, order, false, false);
     }
     answer = [this](const Frame& frame) { return Answer(frame); };
-    HeaderRecord record;
-    flash.GetHeaderInfo(record);
+    const HeaderRecord record = ReadHeader();
     EXPECT_TRUE(Flash::IsHeaderValid(record));
     EXPECT_EQ(node.iProtocol(), CNode::kProtocolUnknown);
 }
@@ -139,8 +132,7 @@ TEST_F(FlashTest, AClosedLinkSaysNothingOfTheNode)
 {
     const CNode& node = Mount(3, 6);
     host.open = false;
-    HeaderRecord record;
-    flash.GetHeaderInfo(record);
+    const HeaderRecord record = ReadHeader();
     EXPECT_EQ(node.iProtocol(), CNode::kProtocolUnknown);
     EXPECT_EQ(record.nodeCount, QStringLiteral("??"));
     EXPECT_THAT(heard, IsEmpty());
@@ -149,8 +141,7 @@ TEST_F(FlashTest, AClosedLinkSaysNothingOfTheNode)
 TEST_F(FlashTest, WithoutAMountTheHeaderIsUnknown)
 {
     Select(3, 6);
-    HeaderRecord record;
-    flash.GetHeaderInfo(record);
+    const HeaderRecord record = ReadHeader();
     EXPECT_EQ(record.nodeNumber, QStringLiteral("??"));
     EXPECT_THAT(heard, IsEmpty());
 }
@@ -161,8 +152,7 @@ TEST_F(FlashTest, ANodeThatDoesNotGiveItsHeaderIsAskedByteByByte)
 {
     const CNode& node = Mount(3, 6);
     AnswerByBytes();
-    HeaderRecord record;
-    flash.GetHeaderInfo(record);
+    const HeaderRecord record = ReadHeader();
     EXPECT_EQ(node.iProtocol(), CNode::kProtocolImage);
     EXPECT_THAT(heard, ElementsAre("940 0 0 0", "940 0 0 0", "923 1 0 2", "923 1 0 3", "923 1 0 7", "923 1 0 8",
                                    "923 1 0 9", "923 1 0 10", "923 1 0 11", "923 1 0 12", "923 1 0 13"));
@@ -177,7 +167,7 @@ TEST_F(FlashTest, ANodeThatDoesNotGiveItsHeaderIsAskedByteByByte)
     EXPECT_TRUE(Flash::IsHeaderValid(record));
 
     heard.clear();
-    flash.GetHeaderInfo(record);
+    (void)ReadHeader();
     EXPECT_EQ(heard.front(), "923 1 0 2");
 }
 
@@ -187,8 +177,7 @@ TEST_F(FlashTest, ARefusalMeansByteByByteAtOnce)
     AnswerByBytes();
     givesHeader = true;
     granted = false;
-    HeaderRecord record;
-    flash.GetHeaderInfo(record);
+    (void)ReadHeader();
     EXPECT_EQ(node.iProtocol(), CNode::kProtocolImage);
     EXPECT_EQ(heard[1], "923 1 0 2");
 }
@@ -198,8 +187,7 @@ TEST_F(FlashTest, ANodeThatIsKnownForQueriesIsNotAskedByteByByte)
     CNode& node = Mount(3, 6);
     AnswerByBytes();
     node.setIProtocol(CNode::kProtocolQueries);
-    HeaderRecord record;
-    flash.GetHeaderInfo(record);
+    const HeaderRecord record = ReadHeader();
     EXPECT_EQ(node.iProtocol(), CNode::kProtocolQueries);
     EXPECT_THAT(heard, ElementsAre("940 0 0 0", "940 0 0 0"));
     EXPECT_FALSE(Flash::IsHeaderValid(record));
@@ -207,24 +195,18 @@ TEST_F(FlashTest, ANodeThatIsKnownForQueriesIsNotAskedByteByByte)
 
 TEST_F(FlashTest, ByteAnswersAreTheLowBytesOfTheirData)
 {
-    CNode& node = Mount(3, 6);
-    node.setIProtocol(CNode::kProtocolImage);
-    AnswerByBytes();
+    MountByteByByte();
     memory[3] = 0x1208;
-    HeaderRecord record;
-    flash.GetHeaderInfo(record);
+    const HeaderRecord record = ReadHeader();
     EXPECT_EQ(record.nodeCount, QStringLiteral("8"));
 }
 
 TEST_F(FlashTest, AMissingByteLeavesItsFieldUnknownAfterThreeTries)
 {
-    CNode& node = Mount(3, 6);
-    node.setIProtocol(CNode::kProtocolImage);
-    AnswerByBytes();
+    MountByteByByte();
     memory.erase(2);
     memory.erase(12);
-    HeaderRecord record;
-    flash.GetHeaderInfo(record);
+    const HeaderRecord record = ReadHeader();
     EXPECT_THAT(heard, SizeIs(7 + 2 * 3));
     EXPECT_EQ(record.nodeNumber, QStringLiteral("??"));
     EXPECT_EQ(record.nodeCount, QStringLiteral("8"));
@@ -233,25 +215,19 @@ TEST_F(FlashTest, AMissingByteLeavesItsFieldUnknownAfterThreeTries)
 
 TEST_F(FlashTest, HalfAYearIsNoYear)
 {
-    CNode& node = Mount(3, 6);
-    node.setIProtocol(CNode::kProtocolImage);
-    AnswerByBytes();
+    MountByteByByte();
     memory.erase(13);
-    HeaderRecord record;
-    flash.GetHeaderInfo(record);
+    const HeaderRecord record = ReadHeader();
     EXPECT_EQ(record.year, QStringLiteral("??"));
 }
 
 TEST_F(FlashTest, TheThirdMissingByteEndsTheReading)
 {
-    CNode& node = Mount(3, 6);
-    node.setIProtocol(CNode::kProtocolImage);
-    AnswerByBytes();
+    MountByteByByte();
     memory.erase(2);
     memory.erase(7);
     memory.erase(9);
-    HeaderRecord record;
-    flash.GetHeaderInfo(record);
+    const HeaderRecord record = ReadHeader();
     EXPECT_EQ(heard.back(), "923 1 0 9");
     EXPECT_EQ(record.versionSecond, QStringLiteral("22"));
     EXPECT_EQ(record.dateFirst, QStringLiteral("??"));
@@ -259,14 +235,12 @@ TEST_F(FlashTest, TheThirdMissingByteEndsTheReading)
 
 TEST_F(FlashTest, AMountThatEndsBetweenTwoBytesEndsTheReading)
 {
-    CNode& node = Mount(3, 6);
-    node.setIProtocol(CNode::kProtocolImage);
+    MountByteByByte();
     answer = [this](const Frame&) {
         pump.After(0.01, [this] { Restart(); });
         return Frames{Frame{950, false, false, 8}};
     };
-    HeaderRecord record;
-    flash.GetHeaderInfo(record);
+    (void)ReadHeader();
     EXPECT_THAT(heard, ElementsAre("923 1 0 2"));
 }
 

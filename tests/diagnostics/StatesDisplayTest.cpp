@@ -96,11 +96,13 @@ TEST_F(StatesTest, WithoutASelectedNodeTheViewSaysSo)
 TEST_F(StatesTest, LastKnownStatesStandWhileTheNodeIsAsked)
 {
     Mount(3, 6);
-    answer = [this](const Frame&) {
-        EXPECT_EQ(Shown(6), QStringLiteral("12345678"));
+    QString shown;
+    answer = [this, &shown](const Frame&) {
+        shown = Shown(6);
         return Frames{Frame{903, true, true, 0}};
     };
     states.Open();
+    EXPECT_EQ(shown, QStringLiteral("12345678"));
 }
 
 TEST_F(StatesTest, ARefreshClearsWhatAnotherNodeLeft)
