@@ -52,7 +52,7 @@ COMMANDS
       Writes the rows of a table or a rebuilt query as comma-separated text, under a line with the names of the
       columns. Texts and dates stand in double quotes, a double quote within them is doubled; numbers have none;
       null is nothing at all and an empty text is "". Booleans are -1 and 0. Dates are "yyyy-mm-dd hh:mm:ss", binary
-      values are hexadecimal digits in double quotes. The encoding is UTF-8.
+      values are hexadecimal digits in double quotes. The encoding is UTF-8. More than 500,000 rows are refused.
 
   convert FILE TARGET
       Writes an SQLite database with all tables and all rebuilt queries of FILE to TARGET. TARGET is either written

@@ -104,6 +104,7 @@ std::shared_ptr<sqlite3> Connect(const QString& path, bool readOnly)
         ThrowReadOnly(path);
     // Files come from strangers: their views get no functions with side effects.
     sqlite3_db_config(handle, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+    LimitStatements(handle);
     return connection;
 }
 
@@ -127,6 +128,30 @@ void FinishCrashedWrite(const QString& path)
     }
 }
 
+// Foreign tools may leave a file in the engine's mode of a log for writing, in which only a writer that is the last to
+// close it clears away the files beside it.
+bool HasWriteLog(const QString& path)
+{
+    constexpr int kReadMode = 19;
+    const QByteArray header = ReadHeader(path);
+    return header.size() == kHeaderSize && header[kReadMode] == 2;
+}
+
+std::shared_ptr<sqlite3> ConnectReader(const QString& path)
+{
+    FinishCrashedWrite(path);
+    if (HasWriteLog(path)) {
+        try {
+            auto connection = Connect(path, false);
+            Run(connection, QStringLiteral("PRAGMA query_only = ON"));
+            return connection;
+        } catch (const Error&) {
+            // As a file or folder that can't be written; a reader may still do.
+        }
+    }
+    return Connect(path, true);
+}
+
 bool IsQuery(const QString& source)
 {
     const QString text = source.trimmed();
@@ -143,9 +168,7 @@ std::unique_ptr<Database> Database::OpenDatabase(const QString& path, bool exclu
         database->ReadGenuine();
         return database;
     }
-    if (readOnly)
-        FinishCrashedWrite(path);
-    database->mConnection = Connect(path, readOnly);
+    database->mConnection = readOnly ? ConnectReader(path) : Connect(path, false);
     if (exclusive)
         database->KeepOthersOut();
     database->CheckReadable();

@@ -46,6 +46,7 @@ public:
         MakeViews();
         Run(QStringLiteral("COMMIT"));
         Run(QStringLiteral("PRAGMA query_only = 1"));
+        LimitStatements(mCopy.connection.get());
         mCopy.kind = mFile.Kind();
         ReadVersion();
         return std::move(mCopy);

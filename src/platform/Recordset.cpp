@@ -25,6 +25,18 @@ Criterion ParseCriterion(const QString& criterion)
     return {column, match.captured(3).replace(QLatin1String("''"), QLatin1String("'"))};
 }
 
+qsizetype SizeOf(const QVariant& value)
+{
+    switch (value.typeId()) {
+    case QMetaType::QString:
+        return value.toString().size() * qsizetype(sizeof(QChar));
+    case QMetaType::QByteArray:
+        return value.toByteArray().size();
+    default:
+        return 0;
+    }
+}
+
 }  // namespace
 
 Recordset::Recordset(std::shared_ptr<sqlite3> connection, const QString& sql, const QString& table, bool readOnly)
@@ -32,8 +44,19 @@ Recordset::Recordset(std::shared_ptr<sqlite3> connection, const QString& sql, co
 {
     SqliteStatement statement(mConnection.get(), sql);
     ReadNames(statement);
-    while (statement.Step())
+    ReadRows(statement);
+}
+
+void Recordset::ReadRows(SqliteStatement& statement)
+{
+    qsizetype bytes = 0;
+    while (statement.Step()) {
         mRows.push_back(ReadRow(statement));
+        for (const QVariant& value : mRows.back())
+            bytes += SizeOf(value);
+        if (mRows.size() > kMostRows || bytes > kMostBytes)
+            throw Error(ErrorNumber::kDatabaseBroken, QStringLiteral("A table or query is too large."));
+    }
 }
 
 void Recordset::ReadNames(const SqliteStatement& statement)

@@ -14,10 +14,14 @@ namespace fenrik {
 
 class SqliteStatement;
 
-/// A snapshot of rows, read in one pass when it is opened, with a current row; made by Database::OpenRecordset.
+/// A snapshot of rows, read in one pass when it is opened, with a current row; made by Database::OpenRecordset. More
+/// than kMostRows, or more than kMostBytes in them, fail with kDatabaseBroken.
 /// On a table it can also add rows, in order; a recordset opened after that shows them, this one does not.
 class Recordset {
 public:
+    static constexpr std::size_t kMostRows = 500'000;
+    static constexpr qsizetype kMostBytes = 256 << 20;
+
     Recordset(std::shared_ptr<sqlite3> connection, const QString& sql, const QString& table, bool readOnly);
 
     void MoveFirst();
@@ -50,6 +54,7 @@ private:
     using Row = std::vector<QVariant>;
 
     void ReadNames(const SqliteStatement& statement);
+    void ReadRows(SqliteStatement& statement);
     [[nodiscard]] Row ReadRow(const SqliteStatement& statement) const;
     [[nodiscard]] int PositionOf(const QString& name) const;
     void CheckAdding() const;

@@ -10,6 +10,11 @@ namespace fenrik {
 
 namespace {
 
+// In the engine's own steps, of which a row takes about ten: a fraction of a second. The tool's largest query needs a
+// hundredth of that.
+constexpr int kMostSteps = 10'000'000;
+constexpr int kLongestValue = 16 << 20;  // bytes
+
 // The engine has one code for all faults of a statement's text; only its message tells them apart.
 int NumberOfStatementError(const QString& message)
 {
@@ -25,6 +30,8 @@ int NumberOf(int code, const QString& message)
     switch (code & 0xFF) {  // the upper bytes only refine the code
     case SQLITE_NOTADB:
     case SQLITE_CORRUPT:
+    case SQLITE_INTERRUPT:
+    case SQLITE_TOOBIG:
         return ErrorNumber::kDatabaseBroken;
     case SQLITE_READONLY:
         return ErrorNumber::kDatabaseReadOnly;
@@ -44,11 +51,26 @@ int NumberOf(int code, const QString& message)
     }
 }
 
+QString MessageOf(sqlite3* connection, int code)
+{
+    if (code == SQLITE_INTERRUPT)
+        return QStringLiteral("a table or query has no end");
+    return QString::fromUtf8(connection ? sqlite3_errmsg(connection) : sqlite3_errstr(code));
+}
+
 }  // namespace
+
+void LimitStatements(sqlite3* connection)
+{
+    // The engine calls back after that many steps of a statement, and goes on only if the answer is 0.
+    sqlite3_progress_handler(
+        connection, kMostSteps, [](void*) { return 1; }, nullptr);
+    sqlite3_limit(connection, SQLITE_LIMIT_LENGTH, kLongestValue);
+}
 
 void ThrowEngineError(sqlite3* connection, int code)
 {
-    const QString message = QString::fromUtf8(connection ? sqlite3_errmsg(connection) : sqlite3_errstr(code));
+    const QString message = MessageOf(connection, code);
     const int number = NumberOf(code, message);
     const char* file = connection ? sqlite3_db_filename(connection, "main") : nullptr;
     throw Error(number, file && *file ? QStringLiteral("%1 (%2)").arg(message, QString::fromUtf8(file)) : message);

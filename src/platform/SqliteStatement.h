@@ -38,6 +38,10 @@ private:
     sqlite3_stmt* mStatement = nullptr;
 };
 
+/// Makes every statement on `connection` end. A view that calls itself, or a damaged tree of pages, can have more rows
+/// than can ever be read; a statement on it then fails with kDatabaseBroken.
+void LimitStatements(sqlite3* connection);
+
 /// Throws the connection's last failure; `code` is the engine's result code of it.
 [[noreturn]] void ThrowEngineError(sqlite3* connection, int code);
 

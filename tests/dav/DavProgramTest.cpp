@@ -67,6 +67,12 @@ TEST_F(DavProgramTest, InfoTellsWhatWasLeftOutAndWhy)
     EXPECT_THAT(output, HasSubstr("Left out:\n  MrkCatCmdJoin: it asks for parameters\n"));
 }
 
+TEST_F(DavProgramTest, InfoOfATableWithoutAnEndEnds)
+{
+    MakeEndlessTable(Path("endless.dav"));
+    EXPECT_EQ(Run({"info", Path("endless.dav")}), 2);
+}
+
 TEST_F(DavProgramTest, TablesAreNamedInTheFilesOrder)
 {
     EXPECT_EQ(Run({"tables", Path("jet4.dav")}), 0);

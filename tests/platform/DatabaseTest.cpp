@@ -6,6 +6,7 @@
 #include "support/DatabaseFile.h"
 #include "support/Printers.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QTemporaryDir>
 
@@ -209,6 +210,35 @@ TEST_F(DatabaseTest, AReaderFindsWhatStoodBeforeAWriterWasKilled)
     const auto reader = Database::OpenDatabase(Path("killed.dav"), false, true);
     EXPECT_EQ(reader->OpenRecordset("Fruit")->Fields("Weight").toInt(), 180);
     EXPECT_FALSE(TableDefExists(*reader, "Half"));
+}
+
+TEST_F(DatabaseTest, AReaderLeavesNothingBesideAFileThatAnotherToolHasPutInLogMode)
+{
+    Database::OpenDatabase(MakeFruit(), false, false)->Execute("PRAGMA journal_mode = WAL");
+    for (const bool exclusive : {false, true}) {
+        const auto reader = Database::OpenDatabase(Path("fruit.dav"), exclusive, true);
+        EXPECT_EQ(reader->OpenRecordset("Fruit")->RecordCount(), 1);
+        EXPECT_NE(ErrorOf([&] { reader->Execute("DELETE FROM Fruit"); }).Number(), 0);
+    }
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList{"fruit.dav"});
+}
+
+TEST_F(DatabaseTest, AQueryWithoutAnEndIsBroken)
+{
+    const auto database = Database::OpenDatabase(MakeFruit(), false, false);
+    database->Execute("CREATE VIEW Endless AS WITH RECURSIVE n(x) AS (SELECT 1 UNION ALL SELECT x + 1 FROM n) "
+                      "SELECT x FROM n");
+    const Error error = ErrorOf([&] { (void)database->OpenRecordset("SELECT x FROM Endless ORDER BY x"); });
+    EXPECT_EQ(error.Number(), ErrorNumber::kDatabaseBroken);
+    EXPECT_THAT(error.what(), HasSubstr("has no end"));
+    EXPECT_EQ(database->OpenRecordset("Fruit")->RecordCount(), 1);
+}
+
+TEST_F(DatabaseTest, AValueThatIsTooLargeIsBroken)
+{
+    const auto database = Database::OpenDatabase(MakeFruit(), false, false);
+    database->Execute("CREATE VIEW Huge AS SELECT zeroblob(500000000) AS x");
+    EXPECT_EQ(ErrorOf([&] { (void)database->OpenRecordset("Huge"); }).Number(), ErrorNumber::kDatabaseBroken);
 }
 
 TEST_F(DatabaseTest, ANewDatabaseCanBeOpenedAgainAtOnce)

@@ -209,6 +209,21 @@ TEST_F(RecordsetTest, EveryKindOfValueSurvivesBeingStored)
     EXPECT_FALSE(again->Fields("Missing").isValid());
 }
 
+TEST_F(RecordsetTest, ATreeOfPagesThatHasNoEndIsBroken)
+{
+    const QString path = folder.filePath("endless.dav");
+    MakeEndlessTable(path);
+    const auto endless = Database::OpenDatabase(path, false, true);
+    EXPECT_EQ(NumberOfError([&] { (void)endless->OpenRecordset("T"); }), ErrorNumber::kDatabaseBroken);
+}
+
+TEST_F(RecordsetTest, MoreBytesThanFitAreBroken)
+{
+    database->Execute("CREATE VIEW Large AS WITH RECURSIVE n(x) AS (SELECT 1 UNION ALL SELECT x + 1 FROM n LIMIT 20) "
+                      "SELECT zeroblob(16000000) AS x FROM n");
+    EXPECT_EQ(NumberOfError([&] { (void)database->OpenRecordset("Large"); }), ErrorNumber::kDatabaseBroken);
+}
+
 TEST_F(RecordsetTest, AQueryTakesNoRows)
 {
     const auto rows = database->OpenRecordset("SELECT * FROM Info");
