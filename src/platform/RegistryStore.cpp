@@ -1,6 +1,7 @@
 #include "platform/RegistryStore.h"
 
 #include "platform/Error.h"
+#include "platform/IniTexts.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -38,7 +39,7 @@ QString Text(const QVariant& value)
 
 }  // namespace
 
-RegistryStore::RegistryStore(const QString& path) : mFile(path, QSettings::IniFormat)
+RegistryStore::RegistryStore(const QString& path) : mFile(IniTexts::WithoutObjects(path), QSettings::IniFormat)
 {
     // Groups are read when they are first asked for; only then would damage be known.
     static_cast<void>(mFile.allKeys());

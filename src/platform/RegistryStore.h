@@ -17,6 +17,7 @@ namespace fenrik {
 class RegistryStore {
 public:
     /// `path`: the INI file. It need not exist yet; its folder is made when the first key is created.
+    /// One that holds other things than texts and numbers is renamed to `<file>.broken`.
     explicit RegistryStore(const QString& path);
 
     [[nodiscard]] bool KeyExists(const QString& path) const;

@@ -1,6 +1,7 @@
 #include "platform/SettingsStore.h"
 
 #include "platform/Error.h"
+#include "platform/IniTexts.h"
 
 #include <QDir>
 #include <QFile>
@@ -9,7 +10,7 @@
 
 namespace fenrik {
 
-SettingsStore::SettingsStore(const QString& path) : mFile(path, QSettings::IniFormat) {}
+SettingsStore::SettingsStore(const QString& path) : mFile(IniTexts::WithoutObjects(path), QSettings::IniFormat) {}
 
 QString SettingsStore::ConfigFolder()
 {

@@ -8,7 +8,8 @@ namespace fenrik {
 /// The per-user store of settings, by section and key; values are texts. An INI file whose groups are the sections.
 class SettingsStore {
 public:
-    /// `path`: the INI file. It need not exist yet; its folder is made when the first value is saved.
+    /// `path`: the INI file. It need not exist yet; its folder is made when the first value is saved. One that holds
+    /// other things than texts is renamed to `<file>.broken`.
     explicit SettingsStore(const QString& path);
 
     /// `fenrik-diagnostics/` in the user's configuration home: the folder of settings.ini, window.ini and ports/.
