@@ -18,6 +18,7 @@ namespace {
 constexpr const char* kWindow = "Window";
 constexpr int kTitleBar = 36;  // about what the desktop puts on top
 constexpr int kWidestColumn = 4000;
+constexpr int kLargest = 100'000;  // pixels: beyond every desktop, and sums of it still fit a number
 enum Place { kLeft, kTop, kWidth, kHeight, kMaximized, kPlaces };
 
 QString Text(const QList<int>& numbers)
@@ -28,14 +29,14 @@ QString Text(const QList<int>& numbers)
     return texts.join(QLatin1Char(','));
 }
 
-/// Nothing if a part of the text is no number.
+/// Nothing if a part of the text is no number, or none that a window can have.
 QList<int> Numbers(const QString& text)
 {
     QList<int> numbers;
     for (const QString& part : text.split(QLatin1Char(','), Qt::SkipEmptyParts)) {
         bool good = false;
         numbers.append(part.toInt(&good));
-        if (!good)
+        if (!good || numbers.last() < -kLargest || numbers.last() > kLargest)
             return {};
     }
     return numbers;

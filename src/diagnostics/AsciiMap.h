@@ -19,7 +19,8 @@ struct AsciiMap {
 };
 
 /// Fills `map` from the table AsciiGraphicsMap of the database at `path`; a code without a row keeps its entry.
-/// Throws Error: what the database reports, 9 for a number outside 0 to 255, 13 for a field that is no whole number.
+/// Throws Error: what the database reports, 9 for a number outside 0 to 255, 13 for a field that is no whole number, 6
+/// for a place that is too large.
 void PopulateAsciiMaps(AsciiMap& map, const QString& path);
 
 }  // namespace fenrik

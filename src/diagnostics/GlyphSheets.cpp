@@ -13,6 +13,7 @@ namespace fenrik {
 namespace {
 
 constexpr int kSheetPercents[] = {100, 150, 200};
+constexpr double kFarthest = 1'000'000;  // outside every sheet, and pixels can still be counted there
 
 int SheetFor(double ratio)
 {
@@ -27,6 +28,11 @@ QImage Sheet(const char* name, int percent)
         .convertToFormat(QImage::Format_RGB32);
 }
 
+int Pixels(std::int32_t place, double scale)
+{
+    return qRound(std::clamp(place * scale, -kFarthest, kFarthest));
+}
+
 QImage CutGlyphs(const QImage& sheet, double sheetScale, const AsciiMap& map, QSize glyph, int pitch)
 {
     QImage cut(pitch, glyph.height() * int(map.entries.size()), QImage::Format_RGB32);
@@ -35,7 +41,7 @@ QImage CutGlyphs(const QImage& sheet, double sheetScale, const AsciiMap& map, QS
     const QSize source(qRound(Glass::kGlyphWidth * sheetScale), qRound(Glass::kGlyphHeight * sheetScale));
     for (int code = 0; code < int(map.entries.size()); ++code) {
         const AsciiMap::Entry& entry = map.entries[std::size_t(code)];
-        const QPoint corner(qRound(entry.xloc * sheetScale), qRound(entry.yloc * sheetScale));
+        const QPoint corner(Pixels(entry.xloc, sheetScale), Pixels(entry.yloc, sheetScale));
         // A place outside the sheet, which a damaged table may hold, gives a black glyph.
         QImage picture = sheet.copy(QRect(corner, source));
         if (source != glyph)

@@ -63,10 +63,9 @@ private:
 
     void TakeOperator(std::uint8_t byte)
     {
-        qsizetype place = 1;
-        while (place < mTerms.size() && !IsBetweenOperands(place))
-            ++place;
-        mTerms.insert(qMin(place, mTerms.size()), {0, Relationship::OperatorText(byte)});
+        while (mFirstGap < mTerms.size() && !IsBetweenOperands(mFirstGap))
+            ++mFirstGap;
+        mTerms.insert(qMin(mFirstGap, mTerms.size()), {0, Relationship::OperatorText(byte)});
     }
 
     /// True if two operands meet at `place` with no operator between them.
@@ -84,6 +83,7 @@ private:
     int mLevelNow = 0;
     qsizetype mPlace = 0;
     QList<CRelation> mTerms;
+    qsizetype mFirstGap = 1;  // no operands meet before it, and what is inserted or added later changes nothing there
 };
 
 /// A level that has an operator and nothing to apply it to.

@@ -2,8 +2,10 @@
 
 #include "model/CDigitalInput.h"
 #include "model/COutput.h"
+#include "model/NodeImage.h"
 #include "model/PropertyRows.h"
 #include "model/RelationshipText.h"
+#include "platform/Error.h"
 
 #include <limits>
 
@@ -23,6 +25,14 @@ Integer NumberOf(const QString& text)
 {
     using Limits = std::numeric_limits<Integer>;
     return Integer(PropertyRows::Number(text, Limits::min(), Limits::max()));
+}
+
+QByteArray RelationshipOf(const QString& text)
+{
+    // A node has no more than its memory, of which each byte may be written as two.
+    if (text.size() > 2 * NodeImage::kSize)
+        throw Error(ErrorNumber::kOverflow, QStringLiteral("A relationship is too long"));
+    return RelationshipFromText(text);
 }
 
 QString InputMarker(int number)
@@ -73,7 +83,7 @@ void COutput::LoadSystemDatabase(Recordset& rows)
         else if (name == kInUse)
             setUsageCode(NumberOf<std::int32_t>(value));
         else if (name == kRelationships)
-            setRPN(RelationshipFromText(value));
+            setRPN(RelationshipOf(value));
     });
 }
 

@@ -2,6 +2,8 @@
 
 #include "platform/CodePage1252.h"
 
+#include <algorithm>
+
 namespace fenrik {
 
 namespace {
@@ -24,13 +26,15 @@ QString RelationshipToText(const QByteArray& relationship)
 
 QByteArray RelationshipFromText(const QString& text)
 {
-    QByteArray bytes = BytesIn1252(text);
-    for (auto position = bytes.size() - 2; position >= 0; --position) {
-        if (bytes[position] != kEscape)
-            continue;
-        const char escaped = bytes[position + 1];
-        bytes.replace(position, 2, QByteArray(1, escaped == kEscapedNull ? '\0' : escaped));
+    const QByteArray escaped = BytesIn1252(text);
+    QByteArray bytes;  // from the last to the first
+    for (auto byte = escaped.crbegin(); byte != escaped.crend(); ++byte) {
+        if (*byte != kEscape || bytes.isEmpty())
+            bytes.append(*byte);
+        else if (bytes.back() == kEscapedNull)
+            bytes.back() = '\0';
     }
+    std::ranges::reverse(bytes);
     return bytes + kEscape;
 }
 

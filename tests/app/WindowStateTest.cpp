@@ -111,7 +111,8 @@ TEST_F(WindowStateTest, AWindowStaysOnASecondScreenAsLongAsThereIsOne)
 
 TEST_F(WindowStateTest, WhatIsNoListOfNumbersIsLeftOut)
 {
-    for (const char* text : {"", "wide", "1,2", "1,2,3,4,5,6", "10,x,600,400,0", "99999999999,1,1,1,1"}) {
+    for (const char* text : {"", "wide", "1,2", "1,2,3,4,5,6", "10,x,600,400,0", "99999999999,1,1,1,1",
+                             "2147483647,36,2147483647,400,0", "0,-2147483648,600,-2147483648,0"}) {
         Store("Window", text);
         EXPECT_EQ(Place().size(), QSize(1024, 732)) << text;
     }

@@ -1,5 +1,6 @@
 #include "diagnostics/AsciiMap.h"
 
+#include "diagnostics/GlyphSheets.h"
 #include "platform/Error.h"
 #include "support/DatabaseFile.h"
 #include "support/Printers.h"
@@ -7,6 +8,8 @@
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
+
+#include <limits>
 
 namespace fenrik {
 namespace {
@@ -66,6 +69,23 @@ TEST_F(AsciiMapTest, ANumberOutsideTheTableIsASubscriptError)
     EXPECT_EQ(NumberOfError(), ErrorNumber::kSubscriptOutOfRange);
     MakeMaps("(-1, 'A', 14, 80)");
     EXPECT_EQ(NumberOfError(), ErrorNumber::kSubscriptOutOfRange);
+    MakeMaps("(4294967361, 'A', 14, 80)");  // 65 in its low half
+    EXPECT_EQ(NumberOfError(), ErrorNumber::kSubscriptOutOfRange);
+}
+
+TEST_F(AsciiMapTest, APlaceThatIsTooLargeIsAnOverflow)
+{
+    MakeMaps("(65, 'A', 2147483648, 80)");
+    EXPECT_EQ(NumberOfError(), ErrorNumber::kOverflow);
+}
+
+TEST_F(AsciiMapTest, AGlyphFromFarOutsideTheSheetIsBlack)
+{
+    map.entries[65].xloc = std::numeric_limits<std::int32_t>::max();
+    map.entries[65].yloc = std::numeric_limits<std::int32_t>::min();
+    const GlyphSheets sheets(map);
+    const GlyphAtlas& atlas = sheets.At(2);
+    EXPECT_EQ(atlas.bright.pixelColor(0, 65 * atlas.glyph.height()), Qt::black);
 }
 
 TEST_F(AsciiMapTest, APlaceThatIsNoNumberIsATypeError)

@@ -149,6 +149,12 @@ TEST_F(TermRows, LoneErrorStandsInTheFirstColumn)
     EXPECT_EQ(Rows("42 FF"), expected);
 }
 
+TEST(RelationshipTerms, AsManyOperatorsAsADamagedFileMayHoldAreReadAtOnce)
+{
+    const QByteArray operators(300'000, '\xF0');
+    EXPECT_EQ(RelationshipTerms::OfLevel(operators, 0).size(), operators.size());
+}
+
 TEST_F(TermRows, LoneNotIsPermanentlyOn)
 {
     const QList<TermRow> expected{{QString(), QStringLiteral("(Permanently On)"), 0}};

@@ -235,6 +235,16 @@ INSTANTIATE_TEST_SUITE_P(LoadFailure, StrangeHeads,
                                          ValueRow{"VersionNegative", "Node Minor Version", "'-1'"}),
                          [](const auto& row) { return std::string(row.param.name); });
 
+TEST_F(LoadFailureTest, ARelationshipThatIsLongerThanANodesMemoryIsTold)
+{
+    SaveLearnt();
+    Change({"UPDATE [Node 2] SET PropertyValue = replace(hex(zeroblob(65537)), '00', 'A') "
+            "WHERE PropertyName = 'Relationships'"});
+    Load();
+    ExpectBoxOfNode2();
+    EXPECT_TRUE(Output(1).RPN().isEmpty());
+}
+
 struct CountRow {
     const char* name;
     const char* value;

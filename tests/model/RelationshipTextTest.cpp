@@ -56,6 +56,11 @@ TEST(RelationshipText, EveryOtherByteIsOneCharacterOfItsOwn)
     EXPECT_EQ(RelationshipFromText(text), all + '\xFF');
 }
 
+TEST(RelationshipText, AsManyEndsAsADamagedFileMayHoldAreReadAtOnce)
+{
+    EXPECT_EQ(RelationshipFromText(QString(2'000'000, QChar(0xFF))), Bytes("FFFF"));
+}
+
 TEST(RelationshipText, ACharacterOfNoByteIsAQuestionMark)
 {
     EXPECT_EQ(RelationshipFromText(QString::fromUtf8("\xE4\xBA\x95\xC2\x80")), "??\xFF");
