@@ -40,6 +40,7 @@ public:
         mSystem.MountNode(1);
     }
 
+    [[nodiscard]] CSystem& System() { return mSystem; }
     [[nodiscard]] CNode& Node() { return *mSystem.Node(1); }
     [[nodiscard]] CMsgHandler& Handler() { return mHandler; }
 

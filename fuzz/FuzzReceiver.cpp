@@ -1,11 +1,13 @@
 // The tool's end of a connection to a relay that sends any bytes at all, in pieces, also into the boxes that it brings
-// up. Whatever it sends, the tool neither dies nor hangs nor hoards, and its state is one of those that there are.
+// up, while the user goes on, too. Whatever it sends, the tool neither dies nor hangs nor hoards, its state is one of
+// those that there are, and what it sends itself is well-formed.
 //
 // The input is a list of steps. Bits 0 and 1 of a step's first byte tell what it is: bytes as they stand, a whole frame
-// of a type, or the end of the connection.
+// of a type, such a frame with a length of its type, or what the user does; the other bits which of that.
 
 #include "FuzzLink.h"
-#include "FuzzSteps.h"
+#include "FuzzPipe.h"
+#include "pipe/PipeReader.h"
 #include "remote/RemoteFollowers.h"
 #include "remote/RemoteHost.h"
 #include "remote/RemoteReceiver.h"
@@ -82,13 +84,46 @@ private:
         const unsigned step = mSteps.Byte();
         if ((step & 3) == 0)
             mArrived += mSteps.Bytes(mSteps.Byte());
-        else if ((step & 3) == 3 && step >> 2 == 63)
-            mGone = true;
+        else if ((step & 3) == 1)
+            mArrived += AnyPipeFrame(mSteps);
+        else if ((step & 3) == 2)
+            mArrived += FittingPipeFrame(mSteps, PipeDirection::ToClient);
         else
-            AppendPipeFrame(mArrived, PipeFrameType(mSteps.Byte()), mSteps.Bytes(mSteps.Byte()));
+            Act(step >> 2);
         while (!std::exchange(mQueued, false) && !mArrived.empty() && HandleArrival()) {
         }
         Check();
+    }
+
+    void Act(unsigned what)
+    {
+        constexpr unsigned kEnd = 63;
+        const auto text = [this] {
+            const std::string_view bytes = mSteps.Bytes(mSteps.Byte());
+            return QString::fromUtf8(bytes.data(), qsizetype(bytes.size()));
+        };
+        const auto number = [this] { return int(mSteps.Byte()); };
+        switch (what % 9) {
+        case 0:
+            mGone = what == kEnd;
+            return;
+        case 1:
+            return mSender.sendAuthentication({text(), text(), {}, 1});
+        case 2:
+            return mSender.sendPipeToRequest(number(), QStringLiteral("Cid"));
+        case 3:
+            return mSender.sendBreakPipeRequest();
+        case 4:
+            return mSender.sendLogoff();
+        case 5:
+            return mSender.sendChatMessage(text());
+        case 6:
+            return (number() & 1) != 0 ? mSender.sendEchoServer(text()) : mSender.sendEchoClient(text());
+        case 7:
+            return mSender.sendFenrikBussAccessRequest(number());
+        case 8:
+            return mSender.sendServerInformationRequest();
+        }
     }
 
     /// False if the receiver leaves the rest for later.
@@ -108,7 +143,17 @@ private:
     }
 
     // RemoteStream
-    void SendData(std::initializer_list<std::string_view>) override {}
+    void SendData(std::initializer_list<std::string_view> parts) override
+    {
+        PipeReader reader;
+        for (const std::string_view part : parts)
+            reader.Append(part);
+        PipeFrame frame;
+        const bool whole = reader.Next(frame) == PipeReader::Found::Frame && reader.Held() == 0;
+        const PipeRule* rule = FindPipeRule(PipeDirection::ToServer, frame.type);
+        if (!whole || !rule || !rule->Fits(frame.body.size()))
+            std::abort();
+    }
     std::string GetData(std::size_t most) override
     {
         const std::string bytes = mArrived.substr(0, most);

@@ -1,10 +1,10 @@
 // The relay behind its sockets: four clients that send any bytes at all, in pieces, and come and go. Whatever they do,
 // what the relay sends is well-formed, and pipes join two users that are logged on.
 //
-// The input is a list of steps. A step's first byte: bits 0 and 1 the client, bits 2 and 3 what it does.
+// The input is a list of steps. A step's first byte: bits 0 and 1 the client, bits 2 and 3 what it does, bit 4 that a
+// frame has a length of its type.
 
-#include "FuzzSteps.h"
-#include "pipe/PipeRules.h"
+#include "FuzzPipe.h"
 #include "relay/FrameIntake.h"
 
 #include <array>
@@ -66,10 +66,9 @@ private:
         switch (step >> 2 & 3) {
         case 0:
             return Feed(*client, std::string(steps.Bytes(steps.Byte())));
-        case 1: {
-            const auto type = PipeFrameType(steps.Byte());
-            return Feed(*client, EncodePipeFrame(type, steps.Bytes(steps.Byte())));
-        }
+        case 1:
+            return Feed(*client,
+                        (step & 16) != 0 ? FittingPipeFrame(steps, PipeDirection::ToServer) : AnyPipeFrame(steps));
         case 2:
             mNow += steps.Byte() / 50.0;
             ++client->line.sent;
