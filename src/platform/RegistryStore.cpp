@@ -80,7 +80,8 @@ QStringList RegistryStore::SubKeys(const QString& path) const
     for (const QString& entry : mFile.allKeys()) {
         const QString below = entry.startsWith(group) ? entry.mid(group.size()) : QString();
         const QString name = below.section(QLatin1Char('/'), 0, 0);
-        if (name.size() < below.size() && !names.contains(name))
+        // A person may have written two separators; the key between them would be this one again.
+        if (!name.isEmpty() && name.size() < below.size() && !names.contains(name))
             names.append(name);
     }
     return names;

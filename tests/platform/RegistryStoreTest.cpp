@@ -1,6 +1,7 @@
 #include "platform/RegistryStore.h"
 
 #include "platform/Error.h"
+#include "support/DatabaseFile.h"
 #include "support/Printers.h"
 
 #include <QFile>
@@ -122,6 +123,14 @@ TEST_F(RegistryStoreTest, AFileThatCantBeWrittenIsAnError)
     } catch (const Error& error) {
         EXPECT_EQ(error.Number(), ErrorNumber::kPathFileAccess);
     }
+}
+
+// It would be the key itself once more, and deleting it would delete everything.
+TEST_F(RegistryStoreTest, BetweenTwoSeparatorsIsNoKey)
+{
+    const QString written = folder.path() + QStringLiteral("/written.ini");
+    MakeFile(written, "[Makers]\n\\Tool\\Name=Ann\n/Other\\Name=Bob\nTool\\Name=Cid\n");
+    EXPECT_EQ(RegistryStore(written).SubKeys("Makers"), QStringList{"Tool"});
 }
 
 TEST_F(RegistryStoreTest, ADamagedFileIsAnErrorAndStaysAsItIs)
