@@ -10,6 +10,8 @@
 #include <QShowEvent>
 #include <QSignalBlocker>
 
+#include <algorithm>
+
 namespace fenrik {
 
 namespace {
@@ -45,6 +47,12 @@ frmRemoteSettings::~frmRemoteSettings()
 
 void frmRemoteSettings::SetUpBoxes()
 {
+    // The boxes of both frames share a left edge.
+    int widest = 0;
+    for (const QLabel* caption : mCaptions)
+        widest = std::max(widest, caption->sizeHint().width());
+    for (QLabel* caption : mCaptions)
+        caption->setMinimumWidth(widest);
     for (int field = 0; field < kFields; ++field) {
         connect(mFields[std::size_t(field)], &QLineEdit::textEdited, this,
                 [this, field](const QString& text) { TakeField(field, text); });

@@ -77,6 +77,24 @@ protected:
     std::unique_ptr<frmRemoteSettings> window;
 };
 
+TEST_F(SettingsWindow, TheBoxesOfBothFramesShareALeftEdge)
+{
+    Open({ann, bob});
+    const auto left = [this](int field) { return Field(field).mapTo(window.get(), QPoint()).x(); };
+    for (const int field : {1, 2, 3})
+        EXPECT_EQ(left(field), left(0)) << field;
+}
+
+TEST_F(SettingsWindow, ALongNameTakesSeveralLinesOfTheList)
+{
+    CPipeProfile longest = ann;
+    longest.UserName = QString("A workshop with a name ").repeated(10);
+    Open({longest, bob});
+    const QRect row = List().visualItemRect(List().item(0));
+    EXPECT_LE(row.width(), List().viewport()->width());
+    EXPECT_GE(row.height(), 3 * List().visualItemRect(List().item(1)).height());
+}
+
 TEST_F(SettingsWindow, ListsTheProfilesAndShowsTheSelectedOne)
 {
     Open({ann, bob}, 2);
