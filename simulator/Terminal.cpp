@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <climits>
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/inotify.h>
 #include <sys/ioctl.h>
 #include <system_error>
@@ -73,8 +74,18 @@ bool Terminal::NoteUsers()
     return Heard() != before;
 }
 
+// Somebody may have opened the device since NoteUsers.
+bool Terminal::UsersMayHaveChanged() const
+{
+    pollfd news{mWatch.Get(), POLLIN, 0};
+    return ::poll(&news, 1, 0) > 0;
+}
+
 std::size_t Terminal::Write(std::span<const std::uint8_t> bytes)
 {
+    // The descriptor that is kept would have it wait for the next program that opens the device.
+    if (!Heard() && !UsersMayHaveChanged())
+        return bytes.size();
     const auto taken = ::write(mOwn.Get(), bytes.data(), bytes.size());
     return taken > 0 ? std::size_t(taken) : 0;
 }

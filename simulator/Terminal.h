@@ -20,6 +20,7 @@ public:
 
     [[nodiscard]] const std::string& Device() const { return mDevice; }
 
+    /// What is written while nobody has the device open is lost, as on a real port.
     std::size_t Write(std::span<const std::uint8_t> bytes) override;
     [[nodiscard]] bool Heard() const override { return mUsers > 0 || !mWatch.Valid(); }
 
@@ -36,6 +37,7 @@ public:
 private:
     void MakeRaw() const;
     void WatchUsers();
+    [[nodiscard]] bool UsersMayHaveChanged() const;
 
     FileHandle mOwn;
     FileHandle mKept;  // of the device

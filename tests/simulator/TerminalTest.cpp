@@ -89,6 +89,18 @@ TEST_F(TerminalTest, WhatOneUserLeftUnreadTheNextDoesNotSee)
     EXPECT_EQ(second.Read(1), ByteList{9});
 }
 
+TEST_F(TerminalTest, WhatIsSaidWhileNobodyHasItOpenIsLost)
+{
+    Device first(terminal.Device());
+    (void)terminal.NoteUsers();
+    first.Close();
+    (void)terminal.NoteUsers();
+    EXPECT_EQ(terminal.Write(ByteList{1, 2}), 2u);
+    const Device second(terminal.Device());
+    EXPECT_EQ(terminal.Write(ByteList{9}), 1u);  // before anybody has taken note of it
+    EXPECT_EQ(second.Read(1), ByteList{9});
+}
+
 TEST_F(TerminalTest, AFullTerminalTakesNothingAndDoesNotWait)
 {
     const Device device(terminal.Device());
