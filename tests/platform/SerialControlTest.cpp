@@ -1,14 +1,4 @@
-#include "platform/SerialControl.h"
-#include "platform/Error.h"
-#include "shared/EventPump.h"
-#include "support/PortFolder.h"
-#include "support/Printers.h"
-#include "support/PseudoTerminal.h"
-
-#include <QSignalSpy>
-#include <QTest>
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "SerialFixture.h"
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -18,52 +8,7 @@ namespace fenrik {
 namespace {
 
 using testing::Each;
-using testing::ElementsAre;
 using testing::SizeIs;
-
-constexpr int kPort = 3;
-
-class SerialControlTest : public testing::Test {
-protected:
-    SerialControlTest() { folder.Link(kPort, terminal.Path()); }
-
-    void Open()
-    {
-        port.setCommPort(kPort);
-        port.setPortOpen(true);
-    }
-
-    /// Keeps the code of each event, and what `onEvent` does.
-    void Watch(std::function<void()> onEvent = [] {})
-    {
-        QObject::connect(&port, &SerialControl::OnComm, &port, [this, onEvent] {
-            events.push_back(port.CommEvent());
-            onEvent();
-        });
-    }
-
-    bool HasArrived(int count)
-    {
-        return QTest::qWaitFor([this, count] { return port.InBufferCount() >= count; });
-    }
-
-    int NumberOfError(const std::function<void()>& action)
-    {
-        try {
-            action();
-        } catch (const Error& error) {
-            return error.Number();
-        }
-        return 0;
-    }
-
-    PseudoTerminal terminal;
-    PortFolder folder;
-    ComPorts ports = folder.Ports();
-    std::optional<std::uint32_t> framingErrors;  // what the driver's counter says
-    SerialControl port{ports, nullptr, [this](int) { return framingErrors; }};
-    std::vector<int> events;
-};
 
 TEST_F(SerialControlTest, OpensAndClosesThePortOfItsNumber)
 {
@@ -374,121 +319,6 @@ TEST_F(SerialControlTest, ALineWithoutRtsIsNoError)
     port.Output("x");
     EXPECT_EQ(terminal.Read(1), QByteArray("x"));
     EXPECT_EQ(lost.count(), 0);
-}
-
-TEST_F(SerialControlTest, UnpluggingClosesThePortAndTellsItOnce)
-{
-    QSignalSpy lost(&port, &SerialControl::PortLost);
-    Open();
-    terminal.Write("ab");
-    ASSERT_TRUE(HasArrived(2));
-    terminal.Unplug();
-    ASSERT_TRUE(QTest::qWaitFor([&lost] { return lost.count() > 0; }));
-    QTest::qWait(0);
-    EXPECT_EQ(lost.count(), 1);
-    EXPECT_FALSE(port.PortOpen());
-    EXPECT_EQ(port.InBufferCount(), 0);
-    EXPECT_EQ(NumberOfError([this] { port.Output("x"); }), ErrorNumber::kPortNotOpen);
-}
-
-TEST_F(SerialControlTest, SendingToAnUnpluggedDeviceLosesThePortWithoutAnError)
-{
-    QSignalSpy lost(&port, &SerialControl::PortLost);
-    Open();
-    terminal.Unplug();
-    EXPECT_EQ(NumberOfError([this] { port.Output("frame"); }), 0);
-    EXPECT_TRUE(QTest::qWaitFor([&lost] { return lost.count() > 0; }));
-    EXPECT_EQ(lost.count(), 1);
-    EXPECT_FALSE(port.PortOpen());
-}
-
-TEST_F(SerialControlTest, WorksAgainAfterTheDeviceHasComeBack)
-{
-    Watch([this] { (void)port.Input(); });
-    Open();
-    terminal.Unplug();
-    ASSERT_TRUE(QTest::qWaitFor([this] { return !port.PortOpen(); }));
-
-    PseudoTerminal again;
-    folder.Link(kPort, again.Path());
-    port.setPortOpen(true);
-    port.Output("x");
-    EXPECT_EQ(again.Read(1), QByteArray("x"));
-    again.Write("y");
-    EXPECT_TRUE(QTest::qWaitFor([this] { return events.size() == 1; }));
-}
-
-TEST_F(SerialControlTest, UnpluggingInsideAHandlersWaitEndsInAClosedPort)
-{
-    const SystemClock clock;
-    QtEventPump pump(clock);
-    QSignalSpy lost(&port, &SerialControl::PortLost);
-    Watch([&] {
-        terminal.Unplug();
-        EXPECT_TRUE(pump.WaitFor([this] { return !port.PortOpen(); }, 5.0));
-    });
-    Open();
-    terminal.Write("abc");
-    ASSERT_TRUE(QTest::qWaitFor([&lost] { return lost.count() > 0; }));
-    EXPECT_FALSE(port.PortOpen());
-    EXPECT_EQ(lost.count(), 1);
-}
-
-TEST_F(SerialControlTest, FramingErrorsAreToldOneByOneBeforeTheBytesThatCameWithThem)
-{
-    framingErrors = 5;  // what the driver counted before this session is not told
-    Watch([this] {
-        if (port.CommEvent() == SerialControl::kEvReceive)
-            (void)port.InputByte();
-    });
-    Open();
-    framingErrors = 7;
-    terminal.Write("a");
-    ASSERT_TRUE(QTest::qWaitFor([this] { return events.size() >= 3; }));
-    EXPECT_THAT(events,
-                ElementsAre(SerialControl::kFramingError, SerialControl::kFramingError, SerialControl::kEvReceive));
-}
-
-TEST_F(SerialControlTest, FramingErrorsWithoutDataAreToldAfterAWhile)
-{
-    framingErrors = 0;
-    Watch();
-    Open();
-    framingErrors = 1;
-    ASSERT_TRUE(QTest::qWaitFor([this] { return !events.empty(); }));
-    EXPECT_THAT(events, ElementsAre(SerialControl::kFramingError));
-}
-
-TEST_F(SerialControlTest, ACounterThatWrapsAroundLosesNothing)
-{
-    framingErrors = 0xFFFFFFFF;
-    Watch([this] { port.ClearInput(); });
-    Open();
-    framingErrors = 1;
-    terminal.Write("a");
-    ASSERT_TRUE(QTest::qWaitFor([this] { return events.size() >= 2; }));
-    EXPECT_THAT(events, ElementsAre(SerialControl::kFramingError, SerialControl::kFramingError));
-}
-
-TEST_F(SerialControlTest, ACounterThatItsDriverSetsBackTellsNothing)
-{
-    framingErrors = 100;
-    Watch();
-    Open();
-    framingErrors = 0;
-    terminal.Write("a");
-    ASSERT_TRUE(QTest::qWaitFor([this] { return !events.empty(); }));
-    EXPECT_THAT(events, ElementsAre(SerialControl::kEvReceive));
-}
-
-TEST_F(SerialControlTest, APortWithoutACounterTellsNoFramingErrors)
-{
-    Watch();
-    Open();
-    terminal.Write("a");
-    ASSERT_TRUE(QTest::qWaitFor([this] { return !events.empty(); }));
-    EXPECT_THAT(events, ElementsAre(SerialControl::kEvReceive));
-    EXPECT_EQ(SerialControl::DriverFramingErrors(-1), std::nullopt);
 }
 
 }  // namespace

@@ -7,21 +7,23 @@
 
 namespace fenrik {
 
-namespace {
-
-struct Map {
+// Positions from 1, as the list of the models' memories counts them.
+struct RoadReader::Map {
     int nodeName, inputNames, outputNames, record, relation, command, commandStep, kind, level, threeWay, step, delay;
+    int shed;           // from the record on
+    double pwmPerUnit;  // per cent
+
+    static Map Of(int type)
+    {
+        if (type == 2)
+            return {0xC60, 0xC80, 0xD00, 0x81, 0x89, 0x980, 7, 0x982, 0x983, 0x984, 7, 0x2500, 2, 0.5};
+        if (type == 5)
+            return {0xC60, 0xC80, 0, 0, 0, 0x980, 7, 0x982, 0x983, 0x984, 7, 0, 0, 0};
+        return {0x1760, 0x1781, 0x1A01, 0x81, 0x88, 0xD80, 2, 0xE01, 0xE00, 0xE02, 3, 0x3400, 3, 1};
+    }
 };
 
-// Positions from 1, as the list of the models' memories counts them.
-Map MapOf(int type)
-{
-    if (type == 2)
-        return {0xC60, 0xC80, 0xD00, 0x81, 0x89, 0x980, 7, 0x982, 0x983, 0x984, 7, 0x2500};
-    if (type == 5)
-        return {0xC60, 0xC80, 0, 0, 0, 0x980, 7, 0x982, 0x983, 0x984, 7, 0};
-    return {0x1760, 0x1781, 0x1A01, 0x81, 0x88, 0xD80, 2, 0xE01, 0xE00, 0xE02, 3, 0x3400};
-}
+namespace {
 
 int Little(const RoadReader::Bytes& bytes, std::size_t first)
 {
@@ -66,7 +68,7 @@ std::string TakeRelationship(int limit, Read read)
 }  // namespace
 
 RoadReader::RoadReader(Vehicle& vehicle, int node)
-    : mVehicle(vehicle), mNode(node), mMemory([this](int position) {
+    : mVehicle(vehicle), mMemory([this](int position) {
           const auto reply = Ask({923, true, false, std::uint16_t(position - 1)});
           return reply && reply->command == 950 ? reply->data & 0xFF : -1;
       })
@@ -220,45 +222,58 @@ std::string RoadReader::Stored(int position)
 
 RoadReader::Lines RoadReader::ReadMemory(int type, int inputs, int outputs)
 {
-    const auto map = MapOf(type);
+    const auto map = Map::Of(type);
     mLines.clear();
     mBeginning.clear();
     PutName(Stored(map.nodeName), "Node " + std::to_string(Memory(3)));
     PutNumber("type", Memory(15));
-    for (int i = 0; i < inputs; ++i) {
-        mBeginning = "input " + std::to_string(i + 1) + " ";
-        const int high = Memory(map.command + map.commandStep * i + 1);
-        PutName(Stored(map.inputNames + 32 * i), "Input " + std::to_string(i + 1));
-        PutNumber("command", high < 4 ? high * 256 + Memory(map.command + map.commandStep * i + 2) : 0);
-        PutNumber("switch-type", Memory(map.kind + map.step * i + 1));
-        PutNumber("on-state", Memory(map.level + map.step * i + 1));
-        PutNumber("three-way", Memory(map.threeWay + map.step * i + 1));
-    }
-    for (int i = 0; i < outputs; ++i) {
-        mBeginning = "output " + std::to_string(i + 1) + " ";
-        const auto delay = [&](int position) {
-            const int word = Memory(position) * 256 + Memory(position + 1);
-            return word >= 0xFF00 || word == 0 ? 0.0 : std::nearbyint((word + 1) / 2.0);
-        };
-        const int record = map.record + 128 * i;
-        const int shed = record + (type == 2 ? 2 : 3);
-        const int relation = map.relation + 128 * i;
-        const int usage = Memory(record);
-        const bool named = usage != 0 && usage != 255;
-        PutName(named ? Stored(map.outputNames + 32 * i) : "", "Output " + std::to_string(i + 1));
-        PutNumber("usage", usage);
-        PutRelationship(usage != 1 ? std::string() : TakeRelationship(127 - (relation - 1) % 128, [&](int at) {
-            return Memory(relation + at);
-        }));
-        Put("permanently-on", usage == 2 ? "true" : "false");
-        Put("flashing", Memory(record + 1) != 0 ? "true" : "false");
-        PutNumber("load-shed", Shed(Memory(shed)));
-        PutNumber("pwm", type == 2 ? std::nearbyint(Memory(shed + 1) / 2.0) : Memory(shed + 1));
-        PutNumber("sequence", Memory(shed + 2));
-        PutNumber("delay-off", delay(map.delay + 4 * i + 1));
-        PutNumber("delay-on", delay(map.delay + 4 * i + 3));
-    }
+    for (int i = 0; i < inputs; ++i)
+        StoredInput(map, i);
+    for (int i = 0; i < outputs; ++i)
+        StoredOutput(map, i);
     return std::exchange(mLines, {});
+}
+
+void RoadReader::StoredInput(const Map& map, int i)
+{
+    const std::string title = std::to_string(i + 1);
+    mBeginning = "input " + title + " ";
+    const int command = map.command + map.commandStep * i;
+    const int high = Memory(command + 1);
+    PutName(Stored(map.inputNames + 32 * i), "Input " + title);
+    PutNumber("command", high < 4 ? high * 256 + Memory(command + 2) : 0);
+    PutNumber("switch-type", Memory(map.kind + map.step * i + 1));
+    PutNumber("on-state", Memory(map.level + map.step * i + 1));
+    PutNumber("three-way", Memory(map.threeWay + map.step * i + 1));
+}
+
+void RoadReader::StoredOutput(const Map& map, int i)
+{
+    const std::string title = std::to_string(i + 1);
+    mBeginning = "output " + title + " ";
+    const int record = map.record + 128 * i;
+    const int shed = record + map.shed;
+    const int relation = map.relation + 128 * i;
+    const int usage = Memory(record);
+    const bool named = usage != 0 && usage != 255;
+    PutName(named ? Stored(map.outputNames + 32 * i) : "", "Output " + title);
+    PutNumber("usage", usage);
+    PutRelationship(usage != 1 ? std::string() : TakeRelationship(127 - (relation - 1) % 128, [&](int at) {
+        return Memory(relation + at);
+    }));
+    Put("permanently-on", usage == 2 ? "true" : "false");
+    Put("flashing", Memory(record + 1) != 0 ? "true" : "false");
+    PutNumber("load-shed", Shed(Memory(shed)));
+    PutNumber("pwm", std::nearbyint(Memory(shed + 1) * map.pwmPerUnit));
+    PutNumber("sequence", Memory(shed + 2));
+    PutNumber("delay-off", StoredDelay(map.delay + 4 * i + 1));
+    PutNumber("delay-on", StoredDelay(map.delay + 4 * i + 3));
+}
+
+double RoadReader::StoredDelay(int position)
+{
+    const int word = Memory(position) * 256 + Memory(position + 1);
+    return word >= 0xFF00 || word == 0 ? 0.0 : std::nearbyint((word + 1) / 2.0);
 }
 
 int RoadReader::FlashByte(int address)

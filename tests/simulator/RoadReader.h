@@ -38,6 +38,8 @@ public:
     [[nodiscard]] int FlashByte(int address);
 
 private:
+    struct Map;
+
     [[nodiscard]] std::optional<Frame> Ask(const Frame& question);
     [[nodiscard]] int Memory(int position);
     [[nodiscard]] int FlashWord(int address);
@@ -45,13 +47,15 @@ private:
     [[nodiscard]] std::string Stored(int position);
     void QueryInput(int number);
     void QueryOutput(int number);
+    void StoredInput(const Map& map, int i);  // `i` from 0
+    void StoredOutput(const Map& map, int i);
+    [[nodiscard]] double StoredDelay(int position);
     void Put(const std::string& field, const std::string& value) { mLines.insert(mBeginning + field + " " + value); }
     void PutNumber(const std::string& field, double value);
     void PutName(const std::string& name, const std::string& otherwise);
     void PutRelationship(const std::string& bytes);
 
     Vehicle& mVehicle;
-    int mNode;
     std::function<int(int)> mMemory;
     Lines mLines;
     std::string mBeginning;
