@@ -99,7 +99,10 @@ void WindowState::Restore(QWidget& window) const
     };
     const QList<int> place = numbers(QLatin1String(kWindow));
     if (place.size() == kPlaces) {
-        window.setGeometry(FitToScreen({place[kLeft], place[kTop], place[kWidth], place[kHeight]}));
+        // A smaller one would grow when it is shown, and then out of the screen.
+        const QSize least = window.minimumSizeHint().expandedTo(window.minimumSize()).expandedTo({1, 1});
+        const QSize size = QSize(place[kWidth], place[kHeight]).expandedTo(least);
+        window.setGeometry(FitToScreen({QPoint(place[kLeft], place[kTop]), size}));
         if (place[kMaximized] != 0)
             window.setWindowState(window.windowState() | Qt::WindowMaximized);
     } else {

@@ -101,6 +101,18 @@ TEST_F(WindowStateTest, AWindowOutsideOfAllScreensComesBack)
     }
 }
 
+TEST_F(WindowStateTest, AWindowThatWasSavedWithoutASizeIsWhollyOnItsScreen)
+{
+    for (const char* stored : {"5000,5000,0,0,0", "500,700,-90,-90,0"}) {
+        Store("Window", stored);
+        Sample sample;
+        sample.window.setMinimumSize(300, 200);
+        WindowState(store, {kScreen}).Restore(sample.window);
+        EXPECT_TRUE(kScreen.contains(sample.window.geometry())) << stored;
+        EXPECT_EQ(sample.window.size(), QSize(300, 200)) << stored;
+    }
+}
+
 TEST_F(WindowStateTest, AWindowStaysOnASecondScreenAsLongAsThereIsOne)
 {
     const QRect second(1024, 0, 1024, 768);
