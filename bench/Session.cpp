@@ -19,6 +19,25 @@ constexpr int kPatienceMs = 60'000;
 constexpr int kLargeWidth = 700;
 const QString kBin = QStringLiteral(FENRIK_BIN_FOLDER "/");
 
+struct Free {
+    void operator()(void* memory) const { std::free(memory); }
+};
+
+/// What the display hands out, freed with it.
+template <typename What>
+using Reply = std::unique_ptr<What, Free>;
+
+Reply<xcb_generic_event_t> NextEvent(xcb_connection_t* display)
+{
+    pollfd handle{xcb_get_file_descriptor(display), POLLIN, 0};
+    for (;;) {
+        if (Reply<xcb_generic_event_t> event{xcb_poll_for_event(display)})
+            return event;
+        if (::poll(&handle, 1, kPatienceMs) <= 0)
+            throw NotMeasured("the window does not come up");
+    }
+}
+
 }  // namespace
 
 void PrintFigure(const char* name, double value)
@@ -84,9 +103,11 @@ DisplayWatch::DisplayWatch() : mDisplay(xcb_connect(nullptr, nullptr))
 {
     if (xcb_connection_has_error(mDisplay))
         throw NotMeasured("there is no X display");
-    const std::uint32_t events[] = {XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY};
+    // The second one for answers to pings, which Qt sends to those who watch the root window itself.
+    const std::uint32_t events[] = {XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_STRUCTURE_NOTIFY};
     const xcb_screen_t* screen = xcb_setup_roots_iterator(xcb_get_setup(mDisplay)).data;
-    xcb_change_window_attributes(mDisplay, screen->root, XCB_CW_EVENT_MASK, events);
+    mRoot = screen->root;
+    xcb_change_window_attributes(mDisplay, mRoot, XCB_CW_EVENT_MASK, events);
     xcb_flush(mDisplay);
 }
 
@@ -97,21 +118,53 @@ DisplayWatch::~DisplayWatch()
 
 std::uint32_t DisplayWatch::NextLargeWindow()
 {
-    pollfd handle{xcb_get_file_descriptor(mDisplay), POLLIN, 0};
     for (;;) {
-        const std::unique_ptr<xcb_generic_event_t, void (*)(void*)> event(xcb_poll_for_event(mDisplay), std::free);
-        if (!event) {
-            if (::poll(&handle, 1, kPatienceMs) <= 0)
-                throw NotMeasured("no window came up");
-            continue;
-        }
+        const Reply<xcb_generic_event_t> event = NextEvent(mDisplay);
         if ((event->response_type & 0x7F) != XCB_MAP_NOTIFY)
             continue;
         const auto window = reinterpret_cast<const xcb_map_notify_event_t*>(event.get())->window;
-        const std::unique_ptr<xcb_get_geometry_reply_t, void (*)(void*)> geometry(
-            xcb_get_geometry_reply(mDisplay, xcb_get_geometry(mDisplay, window), nullptr), std::free);
+        const Reply<xcb_get_geometry_reply_t> geometry(
+            xcb_get_geometry_reply(mDisplay, xcb_get_geometry(mDisplay, window), nullptr));
         if (geometry && geometry->width >= kLargeWidth)
             return window;
+    }
+}
+
+void DisplayWatch::WaitUntilReady(std::uint32_t window)
+{
+    // The first answer comes from the turn of the event loop that reads that the window is to be painted, the second
+    // one from a later turn.
+    Ping(window);
+    Ping(window);
+}
+
+std::uint32_t DisplayWatch::Atom(std::string_view name)
+{
+    const auto asked = xcb_intern_atom(mDisplay, 0, std::uint16_t(name.size()), name.data());
+    const Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(mDisplay, asked, nullptr));
+    if (!reply)
+        throw NotMeasured("the X display has gone");
+    return reply->atom;
+}
+
+void DisplayWatch::Ping(std::uint32_t window)
+{
+    // What window managers ask a program with, to see whether it hangs; it sends the message on to the root window.
+    xcb_client_message_event_t ping{};
+    ping.response_type = XCB_CLIENT_MESSAGE;
+    ping.format = 32;
+    ping.window = window;
+    ping.type = Atom("WM_PROTOCOLS");
+    ping.data.data32[0] = Atom("_NET_WM_PING");
+    ping.data.data32[2] = window;
+    xcb_send_event(mDisplay, 0, window, XCB_EVENT_MASK_NO_EVENT, reinterpret_cast<const char*>(&ping));
+    xcb_flush(mDisplay);
+    for (;;) {
+        const Reply<xcb_generic_event_t> event = NextEvent(mDisplay);
+        const auto* answer = reinterpret_cast<const xcb_client_message_event_t*>(event.get());
+        if ((event->response_type & 0x7F) == XCB_CLIENT_MESSAGE && answer->window == mRoot &&
+            answer->data.data32[0] == ping.data.data32[0] && answer->data.data32[2] == window)
+            return;
     }
 }
 

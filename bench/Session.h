@@ -6,6 +6,7 @@
 #include <chrono>
 #include <cstdint>
 #include <stdexcept>
+#include <string_view>
 
 struct xcb_connection_t;
 
@@ -55,11 +56,19 @@ public:
     /// Waits until a window of the main window's width is mapped; gives its number. Narrower ones are splash windows.
     std::uint32_t NextLargeWindow();
 
+    /// Waits until the window has taken in all that was sent to it since it was mapped: it is painted, and what is
+    /// pressed now is answered.
+    void WaitUntilReady(std::uint32_t window);
+
     /// Forgets what was mapped until now.
     void Drain();
 
 private:
+    [[nodiscard]] std::uint32_t Atom(std::string_view name);
+    void Ping(std::uint32_t window);
+
     xcb_connection_t* mDisplay;
+    std::uint32_t mRoot = 0;
 };
 
 /// Processor seconds that a process has used.

@@ -14,6 +14,7 @@ public:
 
     /// What the tool is made to do from now on.
     void Say(const std::string& doing) { mDoing = doing; }
+    [[nodiscard]] const std::string& Doing() const { return mDoing; }
 
     /// The longest time without a beat beyond the 10 ms, and what was being done. Time in which the process waited for
     /// a processor that others had does not count.

@@ -20,7 +20,7 @@ constexpr std::size_t kBeforeCut = 32;
 std::vector<SentFrame> SentFrames::Next()
 {
     static const QRegularExpression kFrame(
-        QStringLiteral("^ *[0-9.]+ TX [0-9A-F ]+  (\\d+) state=(\\d+) ext=(\\d+) data=(\\d+)$"));
+        QStringLiteral("^ *([0-9.]+) TX [0-9A-F ]+  (\\d+) state=(\\d+) ext=(\\d+) data=(\\d+)$"));
     std::vector<SentFrame> frames;
     QFile file(mPath);
     if (!file.open(QIODevice::ReadOnly) || !file.seek(mRead))
@@ -29,9 +29,9 @@ std::vector<SentFrame> SentFrames::Next()
         mRead += bytes.size();
         const QString line = QString::fromLatin1(bytes).trimmed();
         if (const auto frame = kFrame.match(line); frame.hasMatch()) {
-            const int command = frame.captured(1).toInt();
+            const int command = frame.captured(2).toInt();
             if (mOpen && command < kFirstInternal)
-                frames.push_back({command, frame.captured(4).toInt(), mDisturbed > 0});
+                frames.push_back({command, frame.captured(5).toInt(), frame.captured(1).toDouble(), mDisturbed > 0});
             mDisturbed = std::max(0, mDisturbed - 1);
         } else if (line.endsWith(QStringLiteral("  noise"))) {
             mDisturbed = kAfterNoise;

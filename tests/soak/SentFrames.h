@@ -11,6 +11,7 @@ namespace fenrik {
 struct SentFrame {
     int command = 0;
     std::int32_t data = 0;
+    double seconds = 0;      ///< since the simulator's start
     bool disturbed = false;  ///< noise came right before it, or the line was cut about then
 };
 

@@ -145,15 +145,22 @@ protected:
         std::map<std::pair<int, std::int32_t>, int> lines;
         for (; seen < list.rowCount(); ++seen)
             ++lines[{list.Line(seen).command, list.Line(seen).data}];
-        for (const SentFrame& frame : frames.Next()) {
+        const std::vector<SentFrame> sent = frames.Next();
+        std::vector<double> lost;
+        for (const SentFrame& frame : sent) {
             const auto line = lines.find({frame.command, frame.data});
             if (line != lines.end() && line->second-- > 0)
                 ++found;
             else if (frame.disturbed)
                 ++disturbed;
             else
-                ++missing;
+                lost.push_back(frame.seconds);
         }
+        missing += int(lost.size());
+        if (!lost.empty())
+            std::printf("missing %zu of %zu, sent at %.3f to %.3f s in a session of %.3f to %.3f s, the last act: %s\n",
+                        lost.size(), sent.size(), lost.front(), lost.back(), sent.front().seconds, sent.back().seconds,
+                        heart.Doing().c_str());
     }
 
     Heartbeat heart;
