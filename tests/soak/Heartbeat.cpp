@@ -29,6 +29,14 @@ Heartbeat::Heartbeat()
     mWaitedMs = WaitedMs();
 }
 
+void Heartbeat::Without(const std::function<void()>& work)
+{
+    Beat();
+    work();
+    mWaitedMs = WaitedMs();
+    mSince.start();
+}
+
 void Heartbeat::Beat()
 {
     const double waited = WaitedMs();

@@ -3,6 +3,7 @@
 #include <QElapsedTimer>
 #include <QTimer>
 
+#include <functional>
 #include <string>
 
 namespace fenrik {
@@ -15,6 +16,9 @@ public:
     /// What the tool is made to do from now on.
     void Say(const std::string& doing) { mDoing = doing; }
     [[nodiscard]] const std::string& Doing() const { return mDoing; }
+
+    /// Does what the test itself needs time for, which does not count.
+    void Without(const std::function<void()>& work);
 
     /// The longest time without a beat beyond the 10 ms, and what was being done. Time in which the process waited for
     /// a processor that others had does not count.
