@@ -3,8 +3,10 @@
 #include "platform/CFileSystem.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QRegularExpression>
 #include <QStringList>
+#include <QTemporaryFile>
 
 namespace fenrik::SystemName {
 
@@ -34,8 +36,12 @@ bool IsPortable(const QString& name)
 
 bool CanBeMade(const QString& path)
 {
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly | QIODevice::NewOnly) && file.remove();
+    const QFileInfo taken(path);
+    if (taken.exists() || taken.isSymLink())
+        return false;
+    // Not under the name itself: a tool that is killed here must not leave an empty file that looks like a system.
+    QTemporaryFile trial(path + QStringLiteral(".new-XXXXXX"));
+    return trial.open() && trial.remove();
 }
 
 }  // namespace
