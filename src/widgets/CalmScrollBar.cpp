@@ -7,7 +7,7 @@ namespace fenrik {
 
 namespace {
 
-constexpr int kPeriodMs = 100;
+constexpr int kPeriodMs = 200;
 
 }  // namespace
 

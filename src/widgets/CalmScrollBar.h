@@ -6,7 +6,7 @@
 
 namespace fenrik {
 
-/// A scroll bar that is painted at most ten times a second while its values change by themselves, and only if its
+/// A scroll bar that is painted at most five times a second while its values change by themselves, and only if its
 /// handle is then seen in another place. A style's bar is all gradients; painted for each line that comes in, it would
 /// cost more than the lines do. Value and range are always the true ones, and a bar that the user holds is painted at
 /// once.

@@ -17,7 +17,7 @@ namespace fenrik {
 
 namespace {
 
-constexpr int kRestMs = 40;
+constexpr int kRestMs = 60;
 
 }  // namespace
 
