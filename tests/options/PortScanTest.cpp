@@ -146,7 +146,7 @@ TEST_F(PortProbeTest, APortMayAppearAndVanishDuringTheScan)
         if (number == 7)
             folder.Link(9, second.Path());
         if (number == 3)
-            terminal.Unplug();
+            folder.Link(5, folder.Path() + QStringLiteral("/gone"));
         probe.Try(number);
     });
     EXPECT_THAT(Texts(PortRows(found)), ElementsAre("Communications Port 09 (COM9)"));
