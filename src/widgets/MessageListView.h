@@ -19,9 +19,9 @@ class MessageLines;
 /// One row is selected at most. The secondary mouse button leaves the selection alone and asks for the list's menu by
 /// customContextMenuRequested.
 ///
-/// New lines and changed cells are shown at once, and after that at most every 60 ms, as often as an eye can follow
-/// them: with all the traffic of a line, painting each frame by itself would cost more than all else that is done about
-/// it. What follows from new lines - scroll bar, selection of the newest - waits with them.
+/// New lines and changed cells are shown at once, and after that at most every 60 ms: nobody reads lines that scroll
+/// faster, and with all the traffic of a line painting each frame by itself would cost more than all else that is done
+/// about it. What follows from new lines - scroll bar, selection of the newest - waits with them.
 class MessageListView : public QAbstractItemView {
     Q_OBJECT
 
