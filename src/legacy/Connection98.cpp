@@ -12,6 +12,13 @@
 
 namespace fenrik {
 
+namespace {
+
+/// The older network is only listened to: nothing waits for its bytes, and the log's times are not finer than this.
+constexpr int kGatherMs = 10;
+
+}  // namespace
+
 Connection98::Connection98(const LegacyServices& services, Protocol98& protocol, MAF98& panels, MessageList98& list,
                            ConnectionHost98& host)
     : mServices(services), mProtocol(protocol), mPanels(panels), mHost(host), mMarks(panels),
@@ -86,6 +93,7 @@ bool Connection98::OpenPort()
             port.setCommPort(mServices.settings.CommPort);
             port.setSettings(QStringLiteral("9600,n,8,1"));
             port.setInputLen(0);
+            port.setGatherTime(kGatherMs);
             port.setPortOpen(true);
             return true;
         } catch (const Error& error) {

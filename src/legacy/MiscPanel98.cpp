@@ -10,7 +10,7 @@ namespace {
 constexpr QSize kPanel(148, 702);
 constexpr int kColumns = 8;
 constexpr int kRows = 7;     // down to the load-shed line
-constexpr int kPaceMs = 16;  // tokens come hundreds of times a second
+constexpr int kPaceMs = 50;  // tokens come hundreds of times a second, and nobody reads more than twenty
 
 }  // namespace
 

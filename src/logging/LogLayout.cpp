@@ -27,8 +27,11 @@ template <std::size_t Count>
 QString InColumns(const std::array<int, Count>& columns, const std::array<QString, Count>& fields)
 {
     QString line;
-    for (std::size_t i = 0; i < Count; ++i)
-        line = line.leftJustified(columns[i] - 1) + fields[i];
+    line.reserve(columns.back() + fields.back().size());
+    for (std::size_t i = 0; i < Count; ++i) {
+        line.resize(qMax(line.size(), qsizetype(columns[i] - 1)), QLatin1Char(' '));
+        line += fields[i];
+    }
     return line;
 }
 

@@ -20,8 +20,6 @@ namespace {
 constexpr int kFramingCheckMs = 500;
 constexpr qsizetype kInputLimit = 1 << 20;
 
-/// Traffic that merely streams by is gathered so long before it is looked at: three bytes at 9600 baud.
-constexpr int kGatherMs = 3;
 /// Looks at a silent line before the device is asked to report again.
 constexpr int kIdleLooks = 6;
 /// What comes so soon after an output may be its answer, and is read byte by byte as it comes.
@@ -255,7 +253,7 @@ void SerialControl::DataArrived()
     if (heard && !MayBeAnswered()) {
         mArrival->setEnabled(false);
         mSilentLooks = 0;
-        mGather.start(kGatherMs);
+        mGather.start(mGatherMs);
     }
     Dispatch();
 }
@@ -269,7 +267,7 @@ void SerialControl::LookAgain()
         return;
     // Started before anybody is told: a handler that waits is to hear the next bytes.
     if (mSilentLooks < kIdleLooks && !MayBeAnswered())
-        mGather.start(kGatherMs);
+        mGather.start(mGatherMs);
     else
         mArrival->setEnabled(true);
     Dispatch();

@@ -22,8 +22,8 @@ namespace fenrik {
 /// that takes all bytes at once gets no further events for them) and once for each framing error. Bytes that arrive
 /// while a handler waits in the event pump are delivered to that wait.
 ///
-/// What streams by unasked is looked at every 3 ms, so that a full line doesn't wake the program a thousand times a
-/// second; what follows an output within a quarter of a second is read as it comes.
+/// What streams by unasked is looked at every 3 ms or as setGatherTime says, so that a full line doesn't wake the program
+/// a thousand times a second; what follows an output within a quarter of a second is read as it comes.
 ///
 /// When the device goes away the port closes itself and PortLost tells it. A line that the device lacks (RTS on a
 /// pseudo-terminal) is no error.
@@ -69,6 +69,9 @@ public:
     [[nodiscard]] int InputLen() const { return mInputLen; }
     void setInputLen(int count) { mInputLen = count; }
 
+    /// Milliseconds from one look at a streaming line to the next, 1 to 100.
+    void setGatherTime(int milliseconds) { mGatherMs = milliseconds; }
+
     void setRTSEnable(bool on);
 
     /// What the present event is about: kEvReceive or kFramingError.
@@ -104,7 +107,8 @@ private:
     std::unique_ptr<QSocketNotifier> mArrival;
     std::unique_ptr<QSocketNotifier> mHangUp;
     QTimer mFramingTimer;
-    QTimer mGather;  // until the next look at a line that streams
+    int mGatherMs = 3;  // three bytes at 9600 baud
+    QTimer mGather;     // until the next look at a line that streams
     int mSilentLooks = 0;
     QElapsedTimer mAsked;  // since the last output
     int mCommPort = 1;

@@ -280,6 +280,24 @@ TEST_F(SerialControlTest, ALineThatFellSilentIsHeardAgain)
     EXPECT_EQ(port.Input(), QByteArray("abcdef"));
 }
 
+TEST_F(SerialControlTest, AStreamIsLookedAtInTheIntervalThatWasSet)
+{
+    QElapsedTimer clock;
+    std::vector<qint64> heardAt;
+    Watch([this, &clock, &heardAt] {
+        heardAt.push_back(clock.elapsed());
+        static_cast<void>(port.Input());
+        if (heardAt.size() == 1)
+            terminal.Write("b");
+    });
+    port.setGatherTime(100);
+    Open();
+    clock.start();
+    terminal.Write("a");
+    ASSERT_TRUE(QTest::qWaitFor([&heardAt] { return heardAt.size() == 2; }));
+    EXPECT_GE(heardAt[1] - heardAt[0], 50);  // a timer may be early; at 3 ms it would be long here
+}
+
 TEST_F(SerialControlTest, AnOutputIntoAStreamLosesNothingOfIt)
 {
     QByteArray heard;
