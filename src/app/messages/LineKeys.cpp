@@ -17,6 +17,8 @@ QString LineKey::Text(const MessageRecord& line, const LineNames& names)
 void LineKeys::Clear()
 {
     mPages.clear();
+    mBlocks.clear();
+    mPagesLeft = 0;
     mSlots = std::vector<Slot>();
     mUsed = 0;
     mShift = 64;
@@ -25,7 +27,11 @@ void LineKeys::Clear()
 void LineKeys::AddPage(std::uint32_t page)
 {
     mPages.resize((LineKey::kLastByData - LineKey::kFirstByData + 1) * kPagedData / kPage);
-    mPages[page] = std::make_unique<Page>();
+    if (mPagesLeft == 0) {
+        mBlocks.push_back(MakeLargeArray<Page>(kBlock));
+        mPagesLeft = kBlock;
+    }
+    mPages[page] = &mBlocks.back()[--mPagesLeft];
     mPages[page]->fill(kFree);
 }
 

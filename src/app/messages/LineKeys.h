@@ -2,10 +2,10 @@
 
 #include "app/messages/LineNames.h"
 #include "app/messages/MessageRecord.h"
+#include "platform/LargeMemory.h"
 
 #include <array>
 #include <cstdint>
-#include <memory>
 #include <vector>
 
 namespace fenrik {
@@ -56,6 +56,7 @@ private:
     static constexpr std::uint32_t kPagedData = 0x10000;
     static constexpr std::uint32_t kPage = 256;
     using Page = std::array<std::uint32_t, kPage>;
+    static constexpr std::size_t kBlock = kLargePage / sizeof(Page);
 
     [[nodiscard]] std::uint32_t& Paged(LineKey key)
     {
@@ -92,7 +93,9 @@ private:
     }
     void Grow();
 
-    std::vector<std::unique_ptr<Page>> mPages;
+    std::vector<Page*> mPages;
+    std::vector<LargeArray<Page>> mBlocks;  // what mPages points into
+    std::size_t mPagesLeft = 0;             // in the last block
     std::vector<Slot> mSlots;
     std::size_t mUsed = 0;
     int mShift = 64;

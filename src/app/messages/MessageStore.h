@@ -3,6 +3,7 @@
 #include "app/messages/LineKeys.h"
 #include "app/messages/LineNames.h"
 #include "app/messages/MessageRecord.h"
+#include "platform/LargeMemory.h"
 
 #include <cstdint>
 #include <memory>
@@ -70,14 +71,15 @@ public:
     [[nodiscard]] std::vector<Change> TakeChanges();
 
 private:
-    static constexpr int kShift = 13;
+    static constexpr int kShift = 18;  // a chunk fills three large pages to the last byte
     static constexpr Row kChunk = Row(1) << kShift;
     static constexpr Row kMask = kChunk - 1;
+    static_assert(kChunk * sizeof(MessageRecord) % kLargePage == 0);
 
     void Append(const CMessage& message, LineNames::Id name, std::int16_t count)
     {
         if (mSize >> kShift == mChunks.size())
-            mChunks.push_back(std::make_unique_for_overwrite<MessageRecord[]>(kChunk));
+            mChunks.push_back(MakeLargeArray<MessageRecord>(kChunk));
         // Written where it stays: a record that is made elsewhere and copied costs more than all the rest.
         std::construct_at(&mChunks[mSize >> kShift][mSize & kMask], message, name, count);
         mNewest = mSize++;
@@ -107,7 +109,7 @@ private:
                             (a.count != b.count) << 7);
     }
 
-    std::vector<std::unique_ptr<MessageRecord[]>> mChunks;
+    std::vector<LargeArray<MessageRecord>> mChunks;
     Row mSize = 0;
     Row mAnnounced = 0;
     Row mNewest = 0;

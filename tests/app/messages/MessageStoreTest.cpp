@@ -35,7 +35,7 @@ protected:
 
 TEST_F(MessageStoreTest, KeepsLinesInOrderOverManyChunks)
 {
-    constexpr int kLines = 50'000;
+    constexpr int kLines = 600'000;
     for (int i = 0; i < kLines; ++i)
         Put(Received(12, i));
     ASSERT_EQ(store.Size(), unsigned(kLines));
@@ -47,7 +47,7 @@ TEST_F(MessageStoreTest, DoesNotMoveALineWhenItGrows)
 {
     Put(Received(12, 1));
     const MessageRecord* const first = &store[0];
-    for (int i = 0; i < 100'000; ++i)
+    for (int i = 0; i < 300'000; ++i)
         Put(Received(12, i));
     EXPECT_EQ(first, &store[0]);
 }
