@@ -16,6 +16,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QFileInfo>
 
 #include <utility>
 
@@ -63,6 +64,7 @@ bool MMain::Start(frmSplash& splash)
     SelectUSBTransceiver(mPorts, mSettings, mRun);
     if (!LoadCharacterMaps() || !OpenMainWindow(splash))
         return false;
+    TellOfFilesSetAside();
     ChooseDiagLogPath();
     mLog.NewFileName();
     return true;
@@ -72,6 +74,26 @@ void MMain::LoadSettings()
 {
     mSettingsBroken = !Guarded(mErrors, "MMain:LoadSettings", [this] { fenrik::LoadSettings(mStore, mSettings); });
     mRun.LegacyProtocol = mSettings.IsLegacyProtocol();
+}
+
+void MMain::TellOfFilesSetAside()
+{
+    QStringList names;
+    const auto look = [&names](const auto& store) {
+        if (store.SetAside())
+            names << QFileInfo(store.Path()).fileName();
+    };
+    look(mStore);
+    look(mWindowStore);
+    look(mRegistryStore);
+    if (names.isEmpty())
+        return;
+    const QString text = QStringLiteral("Damaged: %1. Kept with \".broken\" behind the name in %2")
+                             .arg(names.join(QStringLiteral(", ")), QDir::toNativeSeparators(mEnvironment.configFolder));
+    if (mLegacyWindow)
+        mLegacyWindow->setMsg(text);
+    else
+        mWindow->setMsg(text);
 }
 
 bool MMain::LoadCharacterMaps()

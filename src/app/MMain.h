@@ -88,6 +88,7 @@ private:
 
     bool Start(frmSplash& splash);
     void LoadSettings();
+    void TellOfFilesSetAside();
     bool LoadCharacterMaps();
     bool LoadAnalogMaps();
     bool OpenMainWindow(frmSplash& splash);

@@ -62,16 +62,15 @@ bool IniTexts::HoldObjects(const QByteArray& bytes)
     return std::ranges::any_of(kObjects, [&flat](const char* object) { return flat.contains(object); });
 }
 
-QString IniTexts::WithoutObjects(const QString& path)
+bool IniTexts::SetObjectsAside(const QString& path)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly) || !HoldObjects(file.readAll()))
-        return path;
+        return false;
     file.close();
     const QString aside = path + QStringLiteral(".broken");
     QFile::remove(aside);
-    QFile::rename(path, aside);
-    return path;
+    return QFile::rename(path, aside);
 }
 
 }  // namespace fenrik

@@ -14,8 +14,8 @@ namespace IniTexts {
 /// none of which has texts alone.
 [[nodiscard]] bool HoldObjects(const QByteArray& bytes);
 
-/// The same path. A file there that holds objects is renamed to `<file>.broken` first, so that it is kept and not read.
-[[nodiscard]] QString WithoutObjects(const QString& path);
+/// Renames the file to `<file>.broken` if it holds objects, so that it is kept and not read. True if it did.
+[[nodiscard]] bool SetObjectsAside(const QString& path);
 
 }  // namespace IniTexts
 

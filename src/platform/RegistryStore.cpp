@@ -39,7 +39,8 @@ QString Text(const QVariant& value)
 
 }  // namespace
 
-RegistryStore::RegistryStore(const QString& path) : mFile(IniTexts::WithoutObjects(path), QSettings::IniFormat)
+RegistryStore::RegistryStore(const QString& path)
+    : mSetAside(IniTexts::SetObjectsAside(path)), mFile(path, QSettings::IniFormat)
 {
     // Groups are read when they are first asked for; only then would damage be known.
     static_cast<void>(mFile.allKeys());

@@ -20,6 +20,11 @@ public:
     /// One that holds other things than texts and numbers is renamed to `<file>.broken`.
     explicit RegistryStore(const QString& path);
 
+    [[nodiscard]] QString Path() const { return mFile.fileName(); }
+
+    /// True if the file was renamed when this was made.
+    [[nodiscard]] bool SetAside() const { return mSetAside; }
+
     [[nodiscard]] bool KeyExists(const QString& path) const;
 
     /// Creates the key and those above it; one that exists stays as it is.
@@ -45,6 +50,7 @@ private:
     void Sync();
     void Check() const;
 
+    bool mSetAside;
     QSettings mFile;
 };
 

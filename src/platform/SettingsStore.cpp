@@ -10,7 +10,10 @@
 
 namespace fenrik {
 
-SettingsStore::SettingsStore(const QString& path) : mFile(IniTexts::WithoutObjects(path), QSettings::IniFormat) {}
+SettingsStore::SettingsStore(const QString& path)
+    : mSetAside(IniTexts::SetObjectsAside(path)), mFile(path, QSettings::IniFormat)
+{
+}
 
 QString SettingsStore::ConfigFolder()
 {

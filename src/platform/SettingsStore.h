@@ -26,7 +26,11 @@ public:
 
     [[nodiscard]] QString Path() const;
 
+    /// True if the file was renamed when this was made.
+    [[nodiscard]] bool SetAside() const { return mSetAside; }
+
 private:
+    bool mSetAside;
     QSettings mFile;
 };
 

@@ -6,6 +6,7 @@
 #include "legacy/LegacyDatabase.h"
 #include "support/WhenShown.h"
 
+#include <QLabel>
 #include <QListWidget>
 
 namespace fenrik {
@@ -37,6 +38,14 @@ TEST_F(LegacyStart, OpensTheOtherWindowAndAsksNothing)
     EXPECT_TRUE(Window98().isVisible());
     EXPECT_THAT(user.seen, IsEmpty());
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+}
+
+TEST_F(LegacyStart, AWindowFileOfObjectsIsSetAsideAndTheUserIsTold)
+{
+    MakeFile(dir.filePath("config/window.ini"), "[FrmDiag98]\nGeometry=@Variant(\\0\\0\\0\\t)\n");
+    ASSERT_TRUE(StartLegacy(GoodDatabase()));
+    const QString told = Window98().findChild<QLabel*>("txtMsg")->text();
+    EXPECT_TRUE(told.startsWith("Damaged: window.ini. ")) << told.toStdString();
 }
 
 TEST_F(LegacyStart, NeedsNoCatalogue)

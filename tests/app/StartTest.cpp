@@ -194,6 +194,17 @@ TEST_F(StartTest, ABrokenSettingIsReportedAndTheProgramStartsWithWhatStandsBefor
     EXPECT_TRUE(copy.readAll().contains("BaudRate=fast")) << "what the user had is not lost";
 }
 
+TEST_F(StartTest, FilesOfObjectsAreSetAsideAndTheUserIsToldWhich)
+{
+    const QString windowFile = dir.filePath("config/window.ini");
+    MakeFile(windowFile, "[frmDiag]\nGeometry=@Variant(\\0\\0\\0\\t)\n");
+    ASSERT_TRUE(Start("CommPort=@Variant(\\0\\0\\0\\t)\n"));
+    EXPECT_THAT(user.seen, IsEmpty());
+    EXPECT_TRUE(Msg().startsWith("Damaged: settings.ini, window.ini. ")) << Msg().toStdString();
+    EXPECT_TRUE(QFile::exists(SettingsFile() + ".broken"));
+    EXPECT_TRUE(QFile::exists(windowFile + ".broken"));
+}
+
 TEST_F(StartTest, AnUnwritableProgramFolderTakesTheLogsItself)
 {
     QFile::setPermissions(dir.filePath("program"), QFile::ReadOwner | QFile::ExeOwner);
