@@ -88,8 +88,9 @@ void MMain::TellOfFilesSetAside()
     look(mRegistryStore);
     if (names.isEmpty())
         return;
-    const QString text = QStringLiteral("Damaged: %1. Kept with \".broken\" behind the name in %2")
-                             .arg(names.join(QStringLiteral(", ")), QDir::toNativeSeparators(mEnvironment.configFolder));
+    const QString text =
+        QStringLiteral("Damaged: %1. Kept with \".broken\" behind the name in %2")
+            .arg(names.join(QStringLiteral(", ")), QDir::toNativeSeparators(mEnvironment.configFolder));
     if (mLegacyWindow)
         mLegacyWindow->setMsg(text);
     else
