@@ -1,5 +1,5 @@
 // The relay behind its sockets: four clients that send any bytes at all, in pieces, and come and go. Whatever they do,
-// what the relay sends is well-formed, and pipes join two users that are logged on.
+// what the relay sends is well-formed, and pipes join two users that are logged on. One of the four finds it full.
 //
 // The input is a list of steps. A step's first byte: bits 0 and 1 the client, bits 2 and 3 what it does, bit 4 that a
 // frame has a length of its type.
@@ -106,7 +106,7 @@ private:
             std::abort();
     }
 
-    RelayLimits mLimits;
+    RelayLimits mLimits{.users = 3};  // one fewer than there are clients
     std::ostringstream mText;
     RelayLog mLog{mText, RelayLog::Stamp::None};
     double mNow = 0;
