@@ -134,17 +134,17 @@ bool MMain::OpenMainWindow(frmSplash& splash)
 
 void MMain::OpenLegacyWindow()
 {
-    const LegacyServices services{mSettings,
-                                  mStore,
-                                  mPort,
-                                  mLog,
-                                  mClock,
-                                  mPump,
-                                  mBoxes,
-                                  mErrors,
-                                  mEnvironment.version,
-                                  mAsciiMap,
-                                  mEnvironment.folder.Path()};
+    const LegacyServices services{.settings = mSettings,
+                                  .store = mStore,
+                                  .port = mPort,
+                                  .log = mLog,
+                                  .clock = mClock,
+                                  .pump = mPump,
+                                  .boxes = mBoxes,
+                                  .errors = mErrors,
+                                  .version = mEnvironment.version,
+                                  .asciiMap = mAsciiMap,
+                                  .programFolder = mEnvironment.folder.Path()};
     mLegacyOptions = std::make_unique<LegacyOptions>(AllServices(), static_cast<ProgramHost&>(*this));
     mLegacyWindow = std::make_unique<FrmDiag98>(services, static_cast<LegacyHost&>(*this));
     WindowState(mWindowStore, mEnvironment.screens).Restore(*mLegacyWindow);
@@ -170,25 +170,25 @@ void MMain::AskForDatabase()
 
 Services MMain::AllServices()
 {
-    return {mSettings,
-            mStore,
-            mWindowStore,
-            mRun,
-            mCommands,
-            mSpecials,
-            mPort,
-            mHandler,
-            mLog,
-            mClock,
-            mPump,
-            mBoxes,
-            mShell,
-            mErrors,
-            mEnvironment.version,
-            mEnvironment.folder,
-            mPorts,
-            mRemote,
-            mProfiles};
+    return {.settings = mSettings,
+            .store = mStore,
+            .windowStore = mWindowStore,
+            .run = mRun,
+            .commands = mCommands,
+            .specials = mSpecials,
+            .port = mPort,
+            .handler = mHandler,
+            .log = mLog,
+            .clock = mClock,
+            .pump = mPump,
+            .boxes = mBoxes,
+            .shell = mShell,
+            .errors = mErrors,
+            .version = mEnvironment.version,
+            .folder = mEnvironment.folder,
+            .ports = mPorts,
+            .remote = mRemote,
+            .profiles = mProfiles};
 }
 
 QString MMain::FirstSteps() const

@@ -131,8 +131,25 @@ protected:
     MRegistry registry{registryStore, errors};
     PipeSettings profiles{registry, boxes, clock};
     RDMain rd{profiles, store};
-    const Services services{settings, store, windowStore, run,    commands, specials, port,  handler, log,     clock,
-                            pump,     boxes, shell,       errors, version,  folder,   ports, rd,      profiles};
+    const Services services{.settings = settings,
+                            .store = store,
+                            .windowStore = windowStore,
+                            .run = run,
+                            .commands = commands,
+                            .specials = specials,
+                            .port = port,
+                            .handler = handler,
+                            .log = log,
+                            .clock = clock,
+                            .pump = pump,
+                            .boxes = boxes,
+                            .shell = shell,
+                            .errors = errors,
+                            .version = version,
+                            .folder = folder,
+                            .ports = ports,
+                            .remote = rd,
+                            .profiles = profiles};
 };
 
 /// A network at the far end of the link: keeps what is sent, as "command state data", and plays the answers.

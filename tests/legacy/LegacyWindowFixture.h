@@ -129,7 +129,17 @@ protected:
     ComPorts ports = portFolder.Ports();
     SerialControl port{ports};
     LegacyHostRecorder host;
-    const LegacyServices services{settings, store, port, log, clock, pump, boxes, errors, version, map, dir.path()};
+    const LegacyServices services{.settings = settings,
+                                  .store = store,
+                                  .port = port,
+                                  .log = log,
+                                  .clock = clock,
+                                  .pump = pump,
+                                  .boxes = boxes,
+                                  .errors = errors,
+                                  .version = version,
+                                  .asciiMap = map,
+                                  .programFolder = dir.path()};
     std::unique_ptr<FrmDiag98> window;
 };
 
