@@ -22,8 +22,8 @@ namespace fenrik {
 /// that takes all bytes at once gets no further events for them) and once for each framing error. Bytes that arrive
 /// while a handler waits in the event pump are delivered to that wait.
 ///
-/// What streams by unasked is looked at every 3 ms or as setGatherTime says, so that a full line doesn't wake the program
-/// a thousand times a second; what follows an output within a quarter of a second is read as it comes.
+/// What streams by unasked is looked at every 3 ms or as setGatherTime says, so that a full line doesn't wake the
+/// program a thousand times a second; what follows an output within a quarter of a second is read as it comes.
 ///
 /// When the device goes away the port closes itself and PortLost tells it. A line that the device lacks (RTS on a
 /// pseudo-terminal) is no error.
