@@ -8,6 +8,7 @@
 #include "platform/Boxes.h"
 #include "platform/Error.h"
 #include "platform/SerialControl.h"
+#include "platform/SubscriptOutOfRange.h"
 #include "shared/CommandTable.h"
 #include "shared/ErrorReporter.h"
 #include "shared/Settings.h"
@@ -208,7 +209,7 @@ void Composer::SendCommand()
 {
     CMessage message = ComposedMessage();
     if (message.Command >= CommandTable::kSize)
-        throw Error(ErrorNumber::kSubscriptOutOfRange, QStringLiteral("Subscript out of range"));
+        throw SubscriptOutOfRange();
     if (mServices.specials.IsSpecialCommand(message.Command)) {
         mHost->OpenSpecialCommand(message);
         return;

@@ -2,8 +2,8 @@
 
 #include "catalogue/FieldValues.h"
 #include "platform/Database.h"
-#include "platform/Error.h"
 #include "platform/Recordset.h"
+#include "platform/SubscriptOutOfRange.h"
 
 namespace fenrik {
 
@@ -14,7 +14,7 @@ void PopulateAsciiMaps(AsciiMap& map, const QString& path)
     for (; !rows->EndOfFile(); rows->MoveNext()) {
         const auto number = NumberField<qlonglong>(rows->Fields(QStringLiteral("number")));
         if (number < 0 || number >= qlonglong(map.entries.size()))
-            throw Error(ErrorNumber::kSubscriptOutOfRange, QStringLiteral("Subscript out of range"));
+            throw SubscriptOutOfRange();
 
         AsciiMap::Entry& entry = map.entries[std::size_t(number)];
         const QVariant character = rows->Fields(QStringLiteral("char"));

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Error.h"
+#include "platform/SubscriptOutOfRange.h"
 
 #include <QString>
 
@@ -25,7 +25,7 @@ private:
     static std::size_t Slot(int node, int output)
     {
         if (node < 1 || node > kNodes || output < 1 || output > kOutputs)
-            throw Error(ErrorNumber::kSubscriptOutOfRange, QStringLiteral("Subscript out of range"));
+            throw SubscriptOutOfRange();
         return std::size_t((node - 1) * kOutputs + output - 1);
     }
 

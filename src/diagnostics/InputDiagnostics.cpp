@@ -6,7 +6,7 @@
 #include "diagnostics/PointName.h"
 #include "diagnostics/PointViewHost.h"
 #include "model/CSystem.h"
-#include "platform/Error.h"
+#include "platform/SubscriptOutOfRange.h"
 #include "shared/CommandTable.h"
 #include "shared/ErrorReporter.h"
 
@@ -97,7 +97,7 @@ void InputDiagnostics::ShowInput(int number)
 {
     const CNode* node = mSystem.SelectedNode();
     if (!node)
-        throw Error(ErrorNumber::kSubscriptOutOfRange, QStringLiteral("Subscript out of range"));
+        throw SubscriptOutOfRange();
     const CDigitalInput& input = node->CDigitalInputs()[number];
     mFrame.ShowDetails({InputTexts::CommandName(input.InCommand(), mCommands),
                         InputTexts::SwitchType(input.SwitchType()), InputTexts::OnState(input.OnState()),

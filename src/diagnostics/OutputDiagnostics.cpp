@@ -7,7 +7,7 @@
 #include "diagnostics/PointName.h"
 #include "diagnostics/PointViewHost.h"
 #include "model/CSystem.h"
-#include "platform/Error.h"
+#include "platform/SubscriptOutOfRange.h"
 #include "shared/CommandTable.h"
 #include "shared/ErrorReporter.h"
 
@@ -223,7 +223,7 @@ COutput& OutputDiagnostics::Get(int number) const
 {
     COutput* output = Find(number);
     if (!output)
-        throw Error(ErrorNumber::kSubscriptOutOfRange, QStringLiteral("Subscript out of range"));
+        throw SubscriptOutOfRange();
     return *output;
 }
 

@@ -5,6 +5,7 @@
 #include "platform/Database.h"
 #include "platform/Error.h"
 #include "platform/Recordset.h"
+#include "platform/SubscriptOutOfRange.h"
 #include "shared/ErrorReporter.h"
 #include "shared/Settings.h"
 #include "shared/TextFormat.h"
@@ -133,7 +134,7 @@ QString Protocol98::ReadRows(Recordset& rows)
         if (message > kHighestMessage)
             return OddTable("There are greater than 255 entries in the System Table!");
         if (message < 0)
-            throw Error(ErrorNumber::kSubscriptOutOfRange, QStringLiteral("Subscript out of range"));
+            throw SubscriptOutOfRange();
         mMessages[std::size_t(message)] = Entry(rows);
     }
     return count < kFullTable ? OddTable("There are less than 255 entries in the System Table!") : QString();

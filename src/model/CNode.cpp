@@ -8,7 +8,7 @@
 #include "model/NodeReplies.h"
 #include "model/NodeTable.h"
 #include "model/NodeVersions.h"
-#include "platform/Error.h"
+#include "platform/SubscriptOutOfRange.h"
 
 namespace fenrik {
 
@@ -120,7 +120,7 @@ bool CNode::NewDPWMCCompatible()
 Fixed4 CNode::LoadShedVoltage(int level)
 {
     if (level < 1 || level > kLoadShedLevels)
-        throw Error(ErrorNumber::kSubscriptOutOfRange, QStringLiteral("Subscript out of range"));
+        throw SubscriptOutOfRange();
     return Fixed4::Quotient(kLoadShedTenths[std::size_t(level - 1)], 10);
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Error.h"
+#include "platform/SubscriptOutOfRange.h"
 
 #include <QString>
 
@@ -22,7 +22,7 @@ public:
     [[nodiscard]] T& operator[](int position) const
     {
         if (!Contains(position))
-            throw Error(ErrorNumber::kSubscriptOutOfRange, QStringLiteral("Subscript out of range"));
+            throw SubscriptOutOfRange();
         return *mItems[std::size_t(position - 1)].object;
     }
 

@@ -1,6 +1,6 @@
 #include "remote/frmRDNetLatency.h"
 
-#include "platform/Error.h"
+#include "platform/SubscriptOutOfRange.h"
 #include "shared/Clock.h"
 #include "shared/ErrorReporter.h"
 
@@ -72,7 +72,7 @@ void frmRDNetLatency::replyReceived(const QString&)
     ++count;
     mUi->pbMeasure->setValue(count);
     if (count > kRoundTrips)
-        throw Error(ErrorNumber::kSubscriptOutOfRange, QStringLiteral("Subscript out of range"));
+        throw SubscriptOutOfRange();
     mTrips[std::size_t(count - 1)] = float(mClock.Timer() - mStart);
     if (count < kRoundTrips)
         sendEchoFrame();

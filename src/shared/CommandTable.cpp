@@ -1,6 +1,6 @@
 #include "shared/CommandTable.h"
 
-#include "platform/Error.h"
+#include "platform/SubscriptOutOfRange.h"
 
 namespace fenrik {
 
@@ -9,7 +9,7 @@ namespace {
 void CheckSubscript(int command)
 {
     if (!CommandTable::Contains(command))
-        throw Error(ErrorNumber::kSubscriptOutOfRange, QStringLiteral("Subscript out of range"));
+        throw SubscriptOutOfRange();
 }
 
 }  // namespace
