@@ -1,11 +1,11 @@
 #include "diagnostics/CharacterFace.h"
 
 #include "diagnostics/FaceFixture.h"
+#include "support/PaintCounter.h"
 
 #include <QAccessible>
 #include <QCoreApplication>
 #include <QElapsedTimer>
-#include <QPaintEvent>
 #include <QPixmap>
 #include <QTest>
 
@@ -29,21 +29,6 @@ protected:
         return which == PdmDevicePixelRatioScaled ? int(ratio * devicePixelRatioFScale())
                                                   : CharacterFace::metric(which);
     }
-};
-
-class PaintCounter : public QObject {
-public:
-    bool eventFilter(QObject*, QEvent* event) override
-    {
-        if (event->type() != QEvent::Paint)
-            return false;
-        ++count;
-        painted += static_cast<QPaintEvent*>(event)->region();
-        return false;
-    }
-
-    int count = 0;
-    QRegion painted;
 };
 
 class CharacterFaceTest : public FaceFixture {
@@ -223,8 +208,7 @@ TEST_F(CharacterFaceTest, FittedRowsOutsideTheFaceAreLeftOut)
 
 TEST_F(CharacterFaceTest, ManyChangesArePaintedTogether)
 {
-    PaintCounter paints;
-    face.installEventFilter(&paints);
+    PaintCounter paints(face);
     face.setPace(16);
     face.show();
     QElapsedTimer timer;
@@ -257,11 +241,9 @@ QRegion PaintedBy(CharacterFace& face, const std::function<void()>& change)
     face.show();
     (void)QTest::qWaitForWindowExposed(&face);
     settle();
-    PaintCounter paints;
-    face.installEventFilter(&paints);
+    PaintCounter paints(face);
     change();
     settle();
-    face.removeEventFilter(&paints);
     return paints.painted;
 }
 

@@ -1,4 +1,5 @@
 #include "diagnostics/StatesFixture.h"
+#include "support/PaintCounter.h"
 
 namespace fenrik {
 namespace {
@@ -142,19 +143,6 @@ TEST_F(StatesTest, AnOutputThatIsOnlyOverriddenShowsAsOn)
     states.UpdateStatesDisplay(2);
     EXPECT_EQ(Shown(7), QStringLiteral("00010000"));
 }
-
-/// Counts the paintings of a widget.
-class PaintCounter : public QObject {
-public:
-    explicit PaintCounter(QWidget& widget) { widget.installEventFilter(this); }
-    bool eventFilter(QObject*, QEvent* event) override
-    {
-        count += event->type() == QEvent::Paint ? 1 : 0;
-        return false;
-    }
-
-    int count = 0;
-};
 
 TEST_F(StatesTest, AnUpdateIsOneRepaint)
 {

@@ -1,4 +1,5 @@
 #include "MessageListViewTest.h"
+#include "support/PaintCounter.h"
 
 #include <QAccessible>
 #include <QApplication>
@@ -116,20 +117,11 @@ TEST_F(MessageListViewTest, AnEmptyListShowsItsText)
 /// What of the viewport is painted because of `change`.
 QRegion PaintedBy(MessageListView& view, const std::function<void()>& change)
 {
-    struct Collector : QObject {
-        QRegion painted;
-        bool eventFilter(QObject*, QEvent* event) override
-        {
-            if (event->type() == QEvent::Paint)
-                painted += static_cast<QPaintEvent*>(event)->region();
-            return false;
-        }
-    } collector;
     QCoreApplication::processEvents();
-    view.viewport()->installEventFilter(&collector);
+    const PaintCounter paints(*view.viewport());
     change();
     QCoreApplication::processEvents();
-    return collector.painted;
+    return paints.painted;
 }
 
 TEST_F(MessageListViewTest, ALineThatComesInPaintsNoneOfTheOthersAnew)
