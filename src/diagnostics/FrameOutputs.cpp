@@ -1,7 +1,6 @@
 #include "diagnostics/FrameOutputs.h"
 
 #include "diagnostics/OutputBar.h"
-#include "diagnostics/PointName.h"
 #include "diagnostics/ReadableColor.h"
 #include "diagnostics/RelationModel.h"
 
@@ -11,7 +10,6 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLineEdit>
-#include <QScopedValueRollback>
 
 namespace fenrik {
 
@@ -27,11 +25,11 @@ constexpr int kCellMargin = 24;
 }  // namespace
 
 FrameOutputs::FrameOutputs(QWidget* parent)
-    : QGroupBox(parent), mUi(std::make_unique<Ui::FrameOutputs>()),
-      mTree(new PointTreeModel(QStringLiteral("OUTPUT"), this)), mRelations(new RelationModel(this))
+    : PointFrame(QStringLiteral("OUTPUT"), parent), mUi(std::make_unique<Ui::FrameOutputs>()),
+      mRelations(new RelationModel(this))
 {
     mUi->setupUi(this);
-    SetUpTree();
+    SetUpPoints({mUi->lblNoOutputs, mUi->pnlOutputs, mUi->lblNotDownloaded, mUi->tvOutputs});
     SetUpControl();
     SetUpRelations();
     connect(mUi->tbOutputs, &OutputBar::ButtonClicked, this, &FrameOutputs::ButtonClicked);
@@ -39,14 +37,6 @@ FrameOutputs::FrameOutputs(QWidget* parent)
 }
 
 FrameOutputs::~FrameOutputs() = default;
-
-void FrameOutputs::SetUpTree()
-{
-    mUi->tvOutputs->setModel(mTree);
-    mUi->tvOutputs->setItemDelegate(new ReadableDelegate(this));
-    connect(mUi->tvOutputs->selectionModel(), &QItemSelectionModel::currentChanged, this, &FrameOutputs::ReportNode);
-    connect(mUi->tvOutputs, &QTreeView::clicked, this, &FrameOutputs::ReportNode);
-}
 
 void FrameOutputs::SetUpControl()
 {
@@ -67,38 +57,9 @@ void FrameOutputs::SetUpRelations()
     mUi->lvRelations->installEventFilter(this);
 }
 
-void FrameOutputs::SetCaption(const QString& caption)
-{
-    setTitle(QString(caption).replace(QLatin1Char('&'), QStringLiteral("&&")));
-}
-
-void FrameOutputs::ShowWords(const QString& words)
-{
-    mUi->pnlOutputs->hide();
-    mFocus = {};
-    mUi->lblNoOutputs->setText(words);
-    mUi->lblNoOutputs->show();
-}
-
-void FrameOutputs::ShowPanel(bool downloaded)
-{
-    mUi->lblNoOutputs->hide();
-    mUi->lblNotDownloaded->setVisible(!downloaded);
-    mUi->pnlOutputs->show();
-}
-
-void FrameOutputs::RestorePlace(int node)
-{
-    mPlace.Restore(*mUi->tvOutputs, node);
-    mFocus.Restore(*mUi->tvOutputs);
-}
-
 void FrameOutputs::Clear()
 {
-    mFocus.Hide(*mUi->pnlOutputs);
-    mPlace.Note(*mUi->tvOutputs);
-    const QScopedValueRollback selecting(mSelecting, true);
-    mTree->SetPoints({});
+    ClearPoints();
     mUi->tbOutputs->SetCount(0);
     mRelations->SetRows({});
 }
@@ -110,20 +71,9 @@ OutputBar& FrameOutputs::Buttons()
 
 void FrameOutputs::SelectOutput(int number)
 {
-    const QModelIndex selected = mUi->tvOutputs->currentIndex();
-    if (number != 0 && PointName::NumberOf(selected.data(PointTreeModel::KeyRole).toString()) == number)
-        return;
-    const QScopedValueRollback selecting(mSelecting, true);
-    mUi->tvOutputs->setCurrentIndex(number == 0 ? QModelIndex() : mTree->IndexOf(number));
+    SelectPoint(number);
     if (number == 0)  // the list of levels is filled anew for the next output
         mUi->cmbDPWMC->setProperty(kTag, QStringLiteral("0"));
-}
-
-void FrameOutputs::ReportNode(const QModelIndex& index)
-{
-    if (mSelecting || !index.isValid())
-        return;
-    Q_EMIT NodeClicked(index.data(PointTreeModel::KeyRole).toString(), index.data(PointTreeModel::TagRole).toString());
 }
 
 void FrameOutputs::ReportTerm(const QModelIndex& index)
@@ -141,7 +91,7 @@ bool FrameOutputs::eventFilter(QObject* watched, QEvent* event)
         ReportTerm(mUi->lvRelations->currentIndex());
         return true;
     }
-    return QGroupBox::eventFilter(watched, event);
+    return PointFrame::eventFilter(watched, event);
 }
 
 void FrameOutputs::ShowDetails(const OutputDetails& details)
@@ -242,7 +192,7 @@ void FrameOutputs::PaintFault()
 
 void FrameOutputs::changeEvent(QEvent* event)
 {
-    QGroupBox::changeEvent(event);
+    PointFrame::changeEvent(event);
     if (event->type() == QEvent::PaletteChange)
         PaintFault();
     if (event->type() == QEvent::FontChange)

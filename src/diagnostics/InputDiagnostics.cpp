@@ -47,12 +47,10 @@ void InputDiagnostics::DisplayInputsFrame()
             return;
     }
     // Asked again: the wait may have ended with another node selected, or none.
-    if (const CNode* node = mSystem.SelectedNode()) {
+    if (const CNode* node = mSystem.SelectedNode())
         ShowNode(*node);
-        return;
-    }
-    mFrame.SetCaption(QStringLiteral("No Node Selected"));
-    mFrame.ShowWords(QStringLiteral("Node not selected, information not available."));
+    else
+        mFrame.ShowNoNode();
 }
 
 void InputDiagnostics::ShowNode(const CNode& node)

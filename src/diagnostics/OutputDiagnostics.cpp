@@ -70,13 +70,7 @@ void OutputDiagnostics::DisplayOutputsFrame()
     if (CNode* node = mSystem.SelectedNode())
         ShowNode(*node);
     else
-        ShowNoNode();
-}
-
-void OutputDiagnostics::ShowNoNode()
-{
-    mFrame.SetCaption(QStringLiteral("No Node Selected"));
-    mFrame.ShowWords(QStringLiteral("Node not selected, information not available."));
+        mFrame.ShowNoNode();
 }
 
 void OutputDiagnostics::ShowNode(CNode& node)

@@ -45,7 +45,6 @@ public:
     [[nodiscard]] static QString OutputDisplayName(const COutput& output, std::int16_t& limit);
 
 private:
-    void ShowNoNode();
     void ShowNode(CNode& node);
     void AddOutputs(CNode& node);
     void ShowOutput(COutput& output);
