@@ -12,6 +12,7 @@
 #include "platform/CFileSystem.h"
 #include "platform/Database.h"
 #include "platform/Error.h"
+#include "shared/LoadFailure.h"
 #include "widgets/WaitCursor.h"
 
 #include <QApplication>
@@ -103,9 +104,7 @@ bool MMain::LoadCharacterMaps()
         PopulateAsciiMaps(mAsciiMap, mEnvironment.folder.File(QStringLiteral("fxmaps.dav")));
         return true;
     } catch (const Error&) {
-        mBoxes.MsgBox(QStringLiteral("An error occured loading the file <fxmaps.dav>\n"
-                                     "This program cannot operate with out it and will be shutdown!"),
-                      QMessageBox::Critical);
+        TellLoadFailure(mBoxes, QStringLiteral("fxmaps.dav"));
         return false;
     }
 }
@@ -117,9 +116,7 @@ bool MMain::LoadAnalogMaps()
         return true;
     } catch (const Error&) {
         // The file that was read is fxmaps.dav. The text has always named the other one, and support knows it so.
-        mBoxes.MsgBox(QStringLiteral("An error occured loading the file <ncCommands.dav>\n"
-                                     "This program cannot operate with out it and will be shutdown!"),
-                      QMessageBox::Critical);
+        TellLoadFailure(mBoxes, QStringLiteral("ncCommands.dav"));
         return false;
     }
 }

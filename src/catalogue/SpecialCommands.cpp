@@ -2,9 +2,9 @@
 
 #include "catalogue/CatalogueHost.h"
 #include "catalogue/FieldValues.h"
-#include "platform/Boxes.h"
 #include "platform/Database.h"
 #include "platform/Recordset.h"
+#include "shared/LoadFailure.h"
 #include "shared/TextFormat.h"
 
 namespace fenrik {
@@ -66,9 +66,7 @@ void SpecialCommands::LoadSpecialCommands(const QString& path, Boxes& boxes)
     try {
         ReadAll(path);
     } catch (const Error&) {
-        boxes.MsgBox(QStringLiteral("An error occured loading the file <SpecialCommands.dav>\n"
-                                    "This program cannot operate with out it and will be shutdown!"),
-                     QMessageBox::Critical);
+        TellLoadFailure(boxes, QStringLiteral("SpecialCommands.dav"));
         mHost.EndProgram();
     }
 }
