@@ -67,7 +67,7 @@ public:
     [[nodiscard]] DiagOptions& Options() { return mOptions; }
     [[nodiscard]] const PortState& Ports() const { return mPorts; }
 
-    /// ComposerHost
+    // ComposerHost
     void SetUIState(int state) override { mUi.SetUIState(state); }
     [[nodiscard]] bool IsConnected() const override { return mUi.Connected(); }
     [[nodiscard]] bool IsReady() const override { return mUi.Ready(); }
