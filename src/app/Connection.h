@@ -54,7 +54,7 @@ public:
     /// The modem at the other end is gone, and the port was closed for it.
     void CarrierWasLost();
 
-    /// The connection method in force, 1 to 3; anything else in the settings counts as 1.
+    /// The connection method of the settings, 1 to 3, by which Connect goes; anything else there counts as 1.
     [[nodiscard]] int ConnectionType() const;
 
 private:
