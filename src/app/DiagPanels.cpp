@@ -8,6 +8,7 @@
 #include "diagnostics/InputDiagnostics.h"
 #include "diagnostics/OpenGraphics.h"
 #include "diagnostics/OutputDiagnostics.h"
+#include "diagnostics/PageArea.h"
 #include "diagnostics/PicAnalogDisplay.h"
 #include "diagnostics/PicMiscDisplay.h"
 #include "diagnostics/States.h"
@@ -53,7 +54,9 @@ void DiagPanels::AddPages(QStackedWidget& pages)
     mAnalogDisplay = new PicAnalogDisplay(mSheets);
     mFrameOutputs = new FrameOutputs;
     mFrameInputs = new FrameInputs;
-    for (QWidget* page : std::initializer_list<QWidget*>{mAnalogDisplay, mFrameOutputs, mFrameInputs})
+    mOutputsPage = new PageArea(*mFrameOutputs);
+    mInputsPage = new PageArea(*mFrameInputs);
+    for (QWidget* page : std::initializer_list<QWidget*>{mAnalogDisplay, mOutputsPage, mInputsPage})
         pages.addWidget(page);
 }
 
@@ -83,9 +86,9 @@ void DiagPanels::AttachPointViews()
     const auto showOutputs = [this] { mOutputs->DisplayOutputsFrame(); };
     const auto showInputs = [this] { mInputs->DisplayInputsFrame(); };
     mHub->Views().setView(ViewSwitch::kOutputDiagnostics,
-                          {mFrameOutputs, showOutputs, [showOutputs](bool) { showOutputs(); }});
+                          {mOutputsPage, showOutputs, [showOutputs](bool) { showOutputs(); }});
     mHub->Views().setView(ViewSwitch::kInputDiagnostics,
-                          {mFrameInputs, showInputs, [showInputs](bool) { showInputs(); }});
+                          {mInputsPage, showInputs, [showInputs](bool) { showInputs(); }});
     mHub->State().AlsoDisableWhileBusy(mFrameOutputs);
     mHub->State().AlsoDisableWhileBusy(mFrameInputs);
 }

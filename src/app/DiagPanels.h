@@ -26,6 +26,7 @@ class FrameOutputs;
 class InputDiagnostics;
 class OpenGraphics;
 class OutputDiagnostics;
+class PageArea;
 class PicAnalogDisplay;
 class PicMiscDisplay;
 class States;
@@ -111,6 +112,8 @@ private:
     PicAnalogDisplay* mAnalogDisplay = nullptr;  // owned by the pages
     FrameOutputs* mFrameOutputs = nullptr;
     FrameInputs* mFrameInputs = nullptr;
+    PageArea* mOutputsPage = nullptr;
+    PageArea* mInputsPage = nullptr;
     std::unique_ptr<Graphics> mGraphics;
     std::unique_ptr<Analog> mAnalog;
     std::unique_ptr<States> mStates;

@@ -146,5 +146,15 @@ TEST_F(WindowOutputViewTest, ARestartOfTheNodeEndsItsMountAndLeavesTheViewOfWhat
     EXPECT_EQ(Tree().model()->rowCount(), 32);
 }
 
+TEST_F(WindowOutputViewTest, AViewThatNeedsMoreRoomIsScrolledAndLeavesTheWindowOnTheScreen)
+{
+    const int height = Window().height();
+    Control<QWidget>("pnlOutputs").setMinimumHeight(3000);  // as with a very large font
+    QCoreApplication::sendPostedEvents();
+    EXPECT_EQ(Window().height(), height);
+    EXPECT_LT(Window().minimumSizeHint().height(), 1000);
+    EXPECT_GE(Control<QWidget>("FrameOutputs").height(), 3000);
+}
+
 }  // namespace
 }  // namespace fenrik
