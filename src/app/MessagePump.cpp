@@ -37,12 +37,14 @@ void MessagePump::setEnabled(bool enabled)
 void MessagePump::Wake()
 {
     const bool hasWork = mHandler.ReceivedMessagesPending() > 0 || mHandler.CarrierLost();
+    // At once after a pause: a tick that is slept for costs more than what it carries.
     if (mEnabled && hasWork && !mTimer.isActive())
-        mTimer.start();
+        mTimer.start(mSinceTick.isValid() && !mSinceTick.hasExpired(kTickMs) ? kTickMs : 0);
 }
 
 void MessagePump::Tick()
 {
+    mSinceTick.start();
     if (mHandler.CarrierLost()) {
         mHandler.ResetCarrierLostStatus();
         mHost.CarrierWasLost();

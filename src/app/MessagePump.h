@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QObject>
 #include <QTimer>
 
@@ -21,8 +22,8 @@ public:
     virtual void DisplayMessage(CMessage& message) = 0;
 };
 
-/// `TMsg`: carries one received message to the screen for each tick of a millisecond. With nothing to carry the timer
-/// sleeps; Wake starts it again, so a message waits for one tick at the most.
+/// `TMsg`: carries one received message to the screen for each tick, and there is a millisecond from one tick to the
+/// next. With nothing to carry the timer sleeps; Wake starts it again, so a message waits for one tick at the most.
 class MessagePump : public QObject {
     Q_OBJECT
 
@@ -42,6 +43,7 @@ private:
     CMsgHandler& mHandler;
     PumpHost& mHost;
     QTimer mTimer;
+    QElapsedTimer mSinceTick;
     bool mEnabled = false;
 };
 

@@ -22,7 +22,7 @@ namespace fenrik {
 /// that takes all bytes at once gets no further events for them) and once for each framing error. Bytes that arrive
 /// while a handler waits in the event pump are delivered to that wait.
 ///
-/// What streams by unasked is looked at every 3 ms or as setGatherTime says, so that a full line doesn't wake the
+/// What streams by unasked is looked at every 4 ms or as setGatherTime says, so that a full line doesn't wake the
 /// program a thousand times a second; what follows an output within a quarter of a second is read as it comes.
 ///
 /// When the device goes away the port closes itself and PortLost tells it. A line that the device lacks (RTS on a
@@ -107,7 +107,7 @@ private:
     std::unique_ptr<QSocketNotifier> mArrival;
     std::unique_ptr<QSocketNotifier> mHangUp;
     QTimer mFramingTimer;
-    int mGatherMs = 3;  // three bytes at 9600 baud
+    int mGatherMs = 4;  // four bytes at 9600 baud
     QTimer mGather;     // until the next look at a line that streams
     int mSilentLooks = 0;
     QElapsedTimer mAsked;  // since the last output
